@@ -1,0 +1,48 @@
+# Kalvora: the two commands of the README, and a few more for developers.
+#   make demo   build the plug-in and simhost, run the push-back demo, write report/
+#   make test   build everything and run the whole test suite
+SHELL := /bin/bash
+BUILD ?= build
+FUZZ_BUILD ?= build-fuzz
+JOBS ?= $(shell nproc)
+FUZZ_SECONDS ?= 10
+CMAKE_FLAGS ?=
+
+.PHONY: all deps configure build demo test unit fuzz bench install clean
+
+all: build
+
+deps:
+	@bash scripts/install-deps.sh
+
+configure: deps
+	@cmake -S . -B $(BUILD) -G Ninja $(CMAKE_FLAGS) >/dev/null
+
+build: configure
+	@cmake --build $(BUILD) -j $(JOBS)
+
+demo: deps
+	@cmake -S . -B $(BUILD) -G Ninja -DKALVORA_TESTS=OFF -DKALVORA_BENCH=OFF $(CMAKE_FLAGS) >/dev/null
+	@cmake --build $(BUILD) -j $(JOBS) --target Kalvora.xpl kalvora-sim
+	@bash scripts/run-demo.sh $(BUILD)
+
+# Unit, scenario and binary tests (gcc build), then the bounded fuzz runs (clang build).
+test: build
+	@FUZZ_SECONDS=$(FUZZ_SECONDS) JOBS=$(JOBS) bash scripts/run-tests.sh $(BUILD) $(FUZZ_BUILD)
+
+# Longer fuzz runs: make fuzz FUZZ_SECONDS=600
+fuzz: deps
+	@CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -G Ninja -DKALVORA_FUZZ=ON -DKALVORA_TESTS=OFF \
+	    -DKALVORA_BENCH=OFF -DKALVORA_FUZZ_SECONDS=$(FUZZ_SECONDS) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	@cmake --build $(FUZZ_BUILD) -j $(JOBS) --target fuzzers
+	@ctest --test-dir $(FUZZ_BUILD) --output-on-failure -L fuzz -j $(JOBS) --no-tests=ignore
+
+bench: configure
+	@cmake --build $(BUILD) -j $(JOBS)
+	@for b in $(BUILD)/bench/*/bench_*; do [ -x "$$b" ] && "$$b"; done; true
+
+install: build
+	@cmake --install $(BUILD) --prefix "$(XPLANE)"
+
+clean:
+	@rm -rf $(BUILD) $(FUZZ_BUILD)

@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Runs the whole test suite and ends with one plain summary line:
+#   "tests: N passed, N failed"
+# 1. unit, scenario and binary tests of the gcc build ($1, default build);
+# 2. the bounded fuzz runs of the clang build ($2, default build-fuzz), when clang is there.
+set -uo pipefail
+build=${1:-build}
+fuzz_build=${2:-build-fuzz}
+jobs=${JOBS:-$(nproc)}
+passed=0; failed=0; status=0
+
+count() { # reads a ctest log, adds its totals
+    local line
+    line=$(grep -E 'tests passed, [0-9]+ tests? failed out of [0-9]+' "$1" | tail -n 1)
+    if [ -n "$line" ]; then
+        local total fails
+        total=$(sed -E 's/.*out of ([0-9]+).*/\1/' <<<"$line")
+        fails=$(sed -E 's/.*passed, ([0-9]+) tests? failed.*/\1/' <<<"$line")
+        passed=$((passed + total - fails)); failed=$((failed + fails))
+    fi
+}
+
+log=$(mktemp)
+ctest --test-dir "$build" --no-tests=error --output-on-failure -j "$jobs" -LE fuzz 2>&1 | tee "$log"
+[ "${PIPESTATUS[0]}" -eq 0 ] || status=1
+count "$log"
+
+if command -v clang++ >/dev/null; then
+    echo "== bounded fuzz runs (${FUZZ_SECONDS:-10} s each) =="
+    if CC=clang CXX=clang++ cmake -S . -B "$fuzz_build" -G Ninja -DKALVORA_FUZZ=ON -DKALVORA_TESTS=OFF \
+            -DKALVORA_BENCH=OFF -DKALVORA_FUZZ_SECONDS="${FUZZ_SECONDS:-10}" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null &&
+       cmake --build "$fuzz_build" -j "$jobs" --target fuzzers; then
+        ctest --test-dir "$fuzz_build" --output-on-failure -L fuzz -j "$jobs" --no-tests=ignore 2>&1 | tee "$log"
+        [ "${PIPESTATUS[0]}" -eq 0 ] || status=1
+        count "$log"
+    else
+        echo "fuzz build failed"; status=1; failed=$((failed + 1))
+    fi
+else
+    echo "clang++ not found: fuzz runs skipped"
+fi
+rm -f "$log"
+echo "tests: $passed passed, $failed failed"
+exit $status
