@@ -1,0 +1,204 @@
+// simhost's control API: the side of the host a test, a script or kalvora-sim
+// holds. The plug-in side is the X-Plane API (the sdk/ headers), which
+// libsimhost defines; nothing here looks like an X-Plane function.
+//
+// Exactly one Host is alive per process (the X-Plane API is a set of free
+// functions, so it needs one current host). Everything runs on the thread that
+// calls the Host; frames advance only when the Host is told to run them.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace simhost {
+
+/// How the emulated X-Plane is set up.
+struct HostOptions {
+    int xplaneVersion = 12100;     ///< what XPLMGetVersions reports as the X-Plane version
+    int xplmVersion = 410;         ///< the XPLM API version reported
+    std::string aircraft = "A320"; ///< profile name (simhost/aircraft/<name>.acp) or a profile file path
+    double fps = 60;               ///< frames per simulated second
+    bool render = false;           ///< make an OpenGL context and call draw callbacks
+    bool realTime = false;         ///< sleep so that sim time follows wall time
+    std::string sandboxDir;        ///< X-Plane folder to use; empty: a fresh temp dir, removed at exit
+    double startHeadingDeg = 0;    ///< true heading of the user aircraft at start, degrees
+    double startLatDeg = 47.4647;  ///< reference latitude of the apron, degrees
+    double startLonDeg = 8.5492;   ///< reference longitude of the apron, degrees
+    double startElevationM = 432;  ///< apron elevation above MSL, metres
+    int screenWidth = 1024;        ///< XPLMGetScreenSize, pixels
+    int screenHeight = 768;        ///< pixels
+    bool echoLog = false;          ///< also print XPLMDebugString output to stderr
+    std::string speechWavDir;      ///< non-empty: speak each XPLMSpeakString into a WAV here (espeak-ng)
+};
+
+/// A plug-in living in the test process: callbacks instead of a .xpl file.
+struct InProcessPlugin {
+    std::string name, signature, description;
+    std::function<int()> start;  ///< XPluginStart; empty = returns 1
+    std::function<int()> enable; ///< XPluginEnable; empty = returns 1
+    std::function<void()> disable;
+    std::function<void()> stop;
+    std::function<void(int from, int msg, void* param)> receive; ///< XPluginReceiveMessage
+};
+
+/// One line of what happened, in order.
+struct TranscriptEntry {
+    double simTime;   ///< seconds of sim time when it happened
+    std::string kind; ///< "speech","log","message","command","menu","key","dataref","view","camera","plugin"
+    std::string text;
+};
+
+/// The user aircraft: profile values (read from the profile) and live state.
+struct Aircraft {
+    // --- profile (metres, relative to the aircraft's reference point; x right, y up, z aft) ---
+    std::string type;       ///< ICAO type, e.g. "A320"
+    std::string name;       ///< descriptive name
+    std::string tailNumber; ///< registration
+    double sizeX = 0;       ///< half span-ish extent used by acf_size_x, metres
+    double sizeZ = 0;       ///< half length-ish extent used by acf_size_z, metres
+    int engineCount = 2;
+    bool tailDragger = false; ///< true: gear index 0 is the tail wheel
+    struct Gear {
+        double x = 0, y = 0, z = 0; ///< gear attach point, metres
+        double legLength = 0;       ///< metres
+        double tyreRadius = 0;      ///< metres
+    };
+    std::vector<Gear> gear; ///< [0] nose (or tail) gear, then the mains
+    double emptyWeightKg = 0;
+    double mtowKg = 0;
+    // --- live state ---
+    bool engineRunning[8] = {}; ///< per engine
+    double n1Percent[8] = {};   ///< per engine
+    double batteryVolts = 28;
+    bool parkingBrake = true;
+};
+
+/// Who has the camera and where it is.
+struct CameraState {
+    double x = 0, y = 0, z = 0;             ///< local OpenGL metres
+    float pitch = 0, heading = 0, roll = 0; ///< degrees
+    float zoom = 1;
+    bool controlled = false;     ///< a plug-in controls it
+    int controllerPluginId = -1; ///< which one, or -1
+    int howLong = 0;             ///< xplm_ControlCameraUntilViewChanges (1) or Forever (2)
+    int viewType = 0;            ///< sim/graphics/view/view_type
+    bool external = false;       ///< sim/graphics/view/view_is_external
+};
+
+/// A window as the host sees it.
+struct WindowInfo {
+    int id;                       ///< simhost's number for it (stable while it exists)
+    int pluginId;                 ///< owner
+    int left, top, right, bottom; ///< screen pixels, origin bottom-left
+    bool visible;
+    bool hasKeyboardFocus;
+    std::string title; ///< XPLMSetWindowTitle, if any
+};
+
+/// The emulated X-Plane.
+class Host {
+public:
+    explicit Host(HostOptions options = {});
+    ~Host(); ///< unloads every plug-in, removes a temp sandbox
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    /// The live host, or nullptr.
+    static Host* current();
+    const HostOptions& options() const;
+
+    // ---- plug-ins ----
+    /// Installs a .xpl (and its data folder beside it, if any) into the sandbox, loads, starts
+    /// and enables it. Returns its plug-in ID or -1 (with the reason in *error and the log).
+    int loadPlugin(const std::string& xplPath, std::string* error = nullptr);
+    /// Disables, stops and unloads a plug-in; whatever it registered disappears.
+    void unloadPlugin(int id);
+    /// Adds a plug-in made of C++ callbacks; returns its ID or -1 when start() returns 0.
+    int addPlugin(InProcessPlugin plugin);
+    /// Plug-in that API calls made outside any host callback are attributed to.
+    void setDirectCaller(int pluginId);
+    /// IDs of the loaded plug-ins, in load order.
+    std::vector<int> plugins() const;
+    bool pluginEnabled(int id) const;
+    /// What a plug-in still has registered ("dataref sim/x", "flightloop", "hotkey F1", ...).
+    std::vector<std::string> registrations(int pluginId) const;
+    /// Sends a message as X-Plane (from 0) or as another plug-in; to == -1 broadcasts.
+    void sendMessage(int to, int message, void* param = nullptr, int from = 0);
+
+    // ---- clock and frames ----
+    void runFrames(int n);
+    void runFor(double seconds);
+    /// Runs frames until pred() holds (checked after each frame) or timeout seconds of sim time pass.
+    bool runUntil(const std::function<bool()>& pred, double timeoutSeconds);
+    double simTime() const;  ///< seconds of sim time since start
+    double wallTime() const; ///< XPLMGetElapsedTime: advances even while paused
+    int frameCount() const;
+    void setPaused(bool paused);
+    bool paused() const;
+    void setFps(double fps);
+
+    // ---- datarefs, as the user, the sim or another plug-in ----
+    double getf(const std::string& name, int index = 0);
+    int geti(const std::string& name, int index = 0);
+    /// index -1: the scalar value; otherwise one element of an array dataref.
+    void set(const std::string& name, double value, int index = -1);
+    std::string getString(const std::string& name);
+    void setString(const std::string& name, const std::string& value);
+    bool exists(const std::string& name);
+    /// Makes a dataref disappear as if this X-Plane never had it.
+    void removeDataRef(const std::string& name);
+
+    // ---- world ----
+    Aircraft& aircraft();
+    /// Replaces the user aircraft with a profile and sends XPLM_MSG_PLANE_LOADED (102).
+    void loadAircraft(const std::string& profile);
+    void loadAirport(); ///< sends XPLM_MSG_AIRPORT_LOADED (103)
+    void loadScenery(); ///< sends XPLM_MSG_SCENERY_LOADED (104)
+
+    // ---- menus ----
+    std::string menuTree() const;
+    /// Picks an item by its path of names, "Plugins/Kalvora/Push straight back". False if absent or disabled.
+    bool pickMenu(const std::string& path);
+    int menuCheck(const std::string& path) const; ///< 0 none, 1 unchecked, 2 checked; -1 absent
+    bool menuEnabled(const std::string& path) const;
+    std::vector<std::string> menuItems(const std::string& path) const;
+
+    // ---- keys and mouse ----
+    /// Key down then key up, routed like X-Plane: sniffers, hot keys, focused window.
+    void pressKey(int vk, int flags = 0, char ch = 0);
+    /// One key event (flags say down/up/shift...).
+    void keyEvent(char ch, int flags, int vk);
+    /// Mouse down and up at a screen point; true when a window took the click.
+    bool click(int x, int y);
+    void mouseDown(int x, int y);
+    void mouseDrag(int x, int y);
+    void mouseUp(int x, int y);
+    void scroll(int x, int y, int clicks);
+
+    // ---- commands ----
+    /// Runs a command once (begin then end). False when no such command exists.
+    bool runCommand(const std::string& name);
+    /// Commands that were run (once or begin), in order.
+    std::vector<std::string> commandsRun() const;
+
+    // ---- camera, windows, graphics ----
+    CameraState camera() const;
+    std::vector<WindowInfo> windows() const;
+    bool renderingAvailable() const;
+    bool screenshot(const std::string& pngPath);
+
+    // ---- transcript and sandbox ----
+    const std::vector<TranscriptEntry>& transcript() const;
+    /// Transcript lines of one kind, texts only.
+    std::vector<std::string> transcriptTexts(const std::string& kind) const;
+    std::string logText() const; ///< the sandbox Log.txt
+    std::string sandbox() const; ///< X-Plane folder path, with a trailing "/"
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace simhost
