@@ -1,0 +1,63 @@
+// File helpers that need no host: colon paths, existence, appending, file-type tables.
+#include "utils/FileUtils.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace HV_FileUtils {
+
+const char* const kHV_FILETYPES_MAC_TXT = "TEXT";
+const char* const kHV_FILETYPES_MAC_ALL = "????";
+const char* const kHV_FILETYPES_WIN_TXT = "Text Files";
+const char* const kHV_FILETYPES_WIN_ALL = "All Files";
+
+namespace {
+/// Prefix given to colon paths that name a volume.
+const char* const kVolumesPrefix = "/Volumes/";
+/// File-type kind that selects the text-file entry.
+constexpr char kTextFileKind = 1;
+
+char gConvertedPath[kPathBufferBytes];
+} // namespace
+
+const char* TranslateXCodePath(const char* path) {
+    if (path == gConvertedPath) return gConvertedPath;
+    if (!path) path = "";
+    // snprintf cuts an over-long path; the source never overlaps the buffer here.
+    snprintf(gConvertedPath, sizeof gConvertedPath, "%s%s", path[0] == '/' ? "" : kVolumesPrefix, path);
+    for (char* c = gConvertedPath; *c; ++c) {
+        if (*c == ':') *c = '/';
+    }
+    return gConvertedPath;
+}
+
+bool FileExisting(const char* path) {
+    if (!path) return false;
+    FILE* file = fopen(path, "r");
+    if (!file) return false;
+    fclose(file);
+    return true;
+}
+
+bool Add2File(const char* path, const char* bytes, long count) {
+    if (!path || !*path) return false;
+    FILE* file = fopen(path, "ab");
+    if (!file) return false;
+    if (bytes && count > 0) fwrite(bytes, 1, static_cast<size_t>(count), file);
+    fclose(file);
+    return true;
+}
+
+bool AddString2File(const char* path, const char* text) {
+    return Add2File(path, text, text ? static_cast<long>(strlen(text)) : 0);
+}
+
+const char* GetMacFileType(char kind) {
+    return kind == kTextFileKind ? kHV_FILETYPES_MAC_TXT : kHV_FILETYPES_MAC_ALL;
+}
+
+const char* GetWindowsFileType(char kind) {
+    return kind == kTextFileKind ? kHV_FILETYPES_WIN_TXT : kHV_FILETYPES_WIN_ALL;
+}
+
+} // namespace HV_FileUtils

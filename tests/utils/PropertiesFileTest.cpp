@@ -1,0 +1,143 @@
+#include "utils/HV_Properties.h"
+#include "utils/FileUtils.h"
+
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+#include <sys/stat.h>
+
+using kalvora_test::TempFolder;
+using Map = std::map<std::string, std::string>;
+
+TEST(PropertiesLoad, SplitsAtTheLastEqualsAndSkipsLinesWithoutKey) {
+    TempFolder dir;
+    const std::string path = dir.write("p.prf", "a=b=c\n=x\nplain\nk=\nspeed=12\n");
+    std::ostringstream errors;
+    HV_Properties props(path.c_str(), &errors);
+    EXPECT_EQ(props.entries, (Map{{"a=b", "c"}, {"k", ""}, {"speed", "12"}}));
+    EXPECT_EQ(errors.str(), "");
+}
+
+TEST(PropertiesLoad, CrLfAndLoneCrFilesGiveTheSameMapAsLf) {
+    TempFolder dir;
+    HV_Properties lf(dir.write("lf", "x=1\ny=two words\n").c_str(), nullptr);
+    HV_Properties crlf(dir.write("crlf", "x=1\r\ny=two words\r\n").c_str(), nullptr);
+    HV_Properties cr(dir.write("cr", "x=1\ry=two words").c_str(), nullptr);
+    EXPECT_EQ(lf.entries, (Map{{"x", "1"}, {"y", "two words"}}));
+    EXPECT_EQ(crlf.entries, lf.entries);
+    EXPECT_EQ(cr.entries, lf.entries);
+}
+
+TEST(PropertiesLoad, MergesIntoDefaultsAndLaterLinesWin) {
+    TempFolder dir;
+    const std::string path = dir.write("p.prf", "b=file\nc=first\nc=second\n");
+    HV_Properties props(nullptr, nullptr);
+    props["a"] = "default";
+    props["b"] = "default";
+    props.fileName = path;
+    props.load(nullptr);
+    EXPECT_EQ(props.entries, (Map{{"a", "default"}, {"b", "file"}, {"c", "second"}}));
+}
+
+TEST(PropertiesLoad, MissingFileKeepsTheMapAndReportsTwoLines) {
+    TempFolder dir;
+    const std::string path = dir.file("absent.prf");
+    HV_Properties props(nullptr, nullptr);
+    props["keep"] = "me";
+    props.fileName = path;
+    std::ostringstream errors;
+    props.load(&errors);
+    EXPECT_EQ(props.entries, (Map{{"keep", "me"}}));
+    EXPECT_EQ(errors.str(),
+              "Error: can't open HV_Properties file '" + path + "'\nWill create a new one from defaults'\n");
+    HV_Properties quiet(path.c_str(), nullptr); // no stream: nothing reported, nothing thrown
+    EXPECT_TRUE(quiet.entries.empty());
+}
+
+TEST(PropertiesLoad, OverlongLineIsRejectedWithoutDisturbingItsNeighbours) {
+    TempFolder dir;
+    const std::string longest = "k=" + std::string(kPropertiesLineBytes - 3, 'v'); // 255 characters
+    const std::string tooLong = "x=" + std::string(kPropertiesLineBytes * 4, 'v');
+    const std::string path = dir.write("p.prf", "a=1\n" + longest + "\n" + tooLong + "\nb=2\n");
+    std::ostringstream errors;
+    HV_Properties props(path.c_str(), &errors);
+    EXPECT_EQ(props.entries.size(), 3u);
+    EXPECT_EQ(props["k"], longest.substr(2));
+    EXPECT_EQ(props["a"], "1");
+    EXPECT_EQ(props["b"], "2");
+    EXPECT_EQ(props.entries.count("x"), 0u);
+    EXPECT_NE(errors.str().find("too long"), std::string::npos);
+}
+
+TEST(PropertiesSave, WritesSortedPairsAndReadsBackTheSameMap) {
+    TempFolder dir;
+    const std::string path = dir.file("out.prf");
+    HV_Properties props(nullptr, nullptr);
+    props.fileName = path;
+    props["zeta"] = "last";
+    props["Alpha"] = "with spaces ";
+    props["key=with=equals"] = "v";
+    props["empty"] = "";
+    std::ostringstream errors;
+    props.save(&errors);
+    EXPECT_EQ(errors.str(), "");
+    EXPECT_EQ(TempFolder::read(path), "Alpha=with spaces \nempty=\nkey=with=equals=v\nzeta=last\n");
+
+    HV_Properties again(path.c_str(), nullptr);
+    EXPECT_EQ(again.entries, props.entries);
+}
+
+TEST(PropertiesSave, ValuesWithEqualsDoNotRoundTrip) {
+    TempFolder dir;
+    HV_Properties props(nullptr, nullptr);
+    props.fileName = dir.file("out.prf");
+    props["a"] = "b=c";
+    props.save(nullptr);
+    HV_Properties again(props.fileName.c_str(), nullptr);
+    EXPECT_EQ(again.entries, (Map{{"a=b", "c"}}));
+}
+
+TEST(PropertiesSave, ReplacesTheWholeFileAndLeavesNoTemporaryBehind) {
+    TempFolder dir;
+    const std::string path = dir.write("p.prf", "old=1\nother=2\n");
+    chmod(path.c_str(), 0640);
+    HV_Properties props(nullptr, nullptr);
+    props.fileName = path;
+    props["new"] = "3";
+    props.save(nullptr);
+    EXPECT_EQ(TempFolder::read(path), "new=3\n");
+    struct stat info {};
+    ASSERT_EQ(stat(path.c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0640u);
+    std::vector<std::string> left;
+    HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
+    EXPECT_EQ(left, std::vector<std::string>{"p.prf"});
+}
+
+TEST(PropertiesSave, UnwritableTargetReportsAndKeepsTheOldFile) {
+    TempFolder dir;
+    HV_Properties props(nullptr, nullptr);
+    props["a"] = "1";
+    props.fileName = dir.file("no-such-folder/p.prf");
+    std::ostringstream errors;
+    props.save(&errors);
+    EXPECT_EQ(errors.str(), "Error: can't open HV_Properties file for writing'" + props.fileName + "'\n");
+
+    HV_Properties unbound(nullptr, nullptr);
+    std::ostringstream unboundErrors;
+    unbound.save(&unboundErrors);
+    EXPECT_EQ(unboundErrors.str(), "Error: can't open HV_Properties file for writing''\n");
+}
+
+TEST(PropertiesDump, ListsEveryPairWithoutFinalNewline) {
+    HV_Properties props(nullptr, nullptr);
+    props.fileName = "prefs.prf";
+    props["b"] = "2";
+    props["a"] = "1";
+    std::ostringstream out;
+    out << props;
+    EXPECT_EQ(out.str(), "Properties: prefs.prf\n\ta=1\n\tb=2");
+}
