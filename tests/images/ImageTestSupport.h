@@ -1,0 +1,103 @@
+// Shared helpers of the image tests: an owning bitmap, pixel access, reference files.
+#pragma once
+
+#include "images/Bitmap.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace kalvora_test {
+
+/// An ImageInfo that frees its pixels when it goes out of scope.
+struct OwnedBitmap {
+    ImageInfo info{nullptr, 0, 0, 0, 0};
+    OwnedBitmap() = default;
+    OwnedBitmap(const OwnedBitmap&) = delete;
+    OwnedBitmap& operator=(const OwnedBitmap&) = delete;
+    ~OwnedBitmap() {
+        if (info.data) DestroyBitmap(&info);
+    }
+    ImageInfo* operator->() { return &info; }
+    ImageInfo* get() { return &info; }
+    /// Channel `c` of the pixel in stored row y (0 = bottom), column x.
+    int at(long x, long y, int c) const {
+        return info.data[y * BitmapRowBytes(&info) + x * info.channels + c];
+    }
+    unsigned char* pixel(long x, long y) { return info.data + y * BitmapRowBytes(&info) + x * info.channels; }
+};
+
+/// Every integer of a JSON array file, in order (empty when the file cannot be read).
+inline std::vector<long> ReadJsonIntegers(const std::string& path) {
+    std::ifstream in(path);
+    std::vector<long> out;
+    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    for (char& c : text)
+        if (c == '[' || c == ']' || c == ',') c = ' ';
+    std::istringstream words(text);
+    long v;
+    while (words >> v)
+        out.push_back(v);
+    return out;
+}
+
+/// Writes raw bytes to a file; returns its path.
+inline std::string WriteBytes(const std::string& path, const std::vector<unsigned char>& bytes) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    if (f) {
+        if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), f);
+        std::fclose(f);
+    }
+    return path;
+}
+
+/// The first `keep` bytes of `bytes`; a negative `keep` drops that many from the end.
+inline std::vector<unsigned char> Cut(std::vector<unsigned char> bytes, long keep) {
+    bytes.resize(static_cast<size_t>(keep >= 0 ? keep : static_cast<long>(bytes.size()) + keep));
+    return bytes;
+}
+
+/// A per-test scratch file path in the build's temporary folder.
+inline std::string ScratchPath(const std::string& name) {
+    const auto* t = ::testing::UnitTest::GetInstance()->current_test_info();
+    return std::string(::testing::TempDir()) + "kalvora_" + t->test_suite_name() + "_" + t->name() + "_" +
+           name;
+}
+
+} // namespace kalvora_test
+
+#include <png.h>
+
+namespace kalvora_test {
+
+/// An independent decode of a PNG through libpng's simplified API: `channels` bytes per
+/// pixel (3 RGB or 4 RGBA), top row first, no gamma correction of 8-bit sRGB data.
+struct ReferencePng {
+    long width = 0, height = 0;
+    int channels = 0;
+    std::vector<unsigned char> pixels;
+    /// Channel c of the pixel at column x, row y counted from the top.
+    int at(long x, long yFromTop, int c) const { return pixels[(yFromTop * width + x) * channels + c]; }
+};
+
+inline bool ReadReferencePng(const std::string& path, int channels, ReferencePng* out) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_file(&image, path.c_str())) return false;
+    image.format = channels == 4 ? PNG_FORMAT_RGBA : PNG_FORMAT_RGB;
+    out->pixels.resize(PNG_IMAGE_SIZE(image));
+    if (!png_image_finish_read(&image, nullptr, out->pixels.data(), 0, nullptr)) {
+        png_image_free(&image);
+        return false;
+    }
+    out->width = image.width;
+    out->height = image.height;
+    out->channels = channels;
+    return true;
+}
+
+} // namespace kalvora_test
