@@ -117,6 +117,38 @@ public:
     static int PictureHandler(XPWidgetMessage message, XPWidgetID widget, intptr_t param1, intptr_t param2);
 };
 
+/// A label and a popup button showing the selected line of a ";"-separated list; a pick sends
+/// kXSBMsg_PopupItemPicked (PopupMenu.h) to the window's handler with the control as source and the
+/// line as param2.
+class HV_CtrlPopup : public HV_Panel {
+public:
+    static constexpr int kHeight = 18; ///< pixels
+    char* label;                       ///< owned copy, may be empty
+    char* items;                       ///< owned copy of the ";"-separated lines
+    int selected;                      ///< selected line, 0-based
+    bool enabled;                      ///< enabled flag
+    void* labelCaption = nullptr;      ///< caption with the label, or null (widget is the popup button)
+
+    /// A popup labelled `label` over `items` with line `selected` chosen.
+    HV_CtrlPopup(const char* label, const char* items, int selected, bool enabled, bool visible);
+    ~HV_CtrlPopup() override;
+    void SetFatherWidget(void* rootWidget, void* parentWidget) override;
+    void SetEnable(bool enable) override;
+    bool GetIsEnable() override;
+    void SetVisible(bool visible) override;
+    int Event(long message, void* widget, long param1, long param2) override;
+    /// The selected line, 0-based.
+    int GetSelectedLine();
+    /// Selects a line; ignored when out of the list.
+    void SetSelectedLine(int line);
+    /// The ";"-separated lines.
+    const char* GetStringList();
+    /// Replaces the lines; the selection is kept when still in the list, else the first line.
+    void SetStringList(const char* items);
+    /// Copies the selected line into buffer (always terminated).
+    void GetSelectedString(char* buffer, int size);
+};
+
 /// Progress bar between a minimum and a maximum.
 class HV_CtrlProgress : public HV_Panel {
 public:
