@@ -1,0 +1,114 @@
+// The scanners' rules on odd numbers, blanks and line ends.
+#include "objects/TextScanners.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+/// A text with a cursor, followed by a zero byte as the readers provide.
+struct Text {
+    explicit Text(const std::string& s) : bytes(s.begin(), s.end()) {
+        bytes.push_back(0);
+        p = bytes.data();
+        end = bytes.data() + s.size();
+    }
+    size_t pos() const { return static_cast<size_t>(p - bytes.data()); }
+    std::vector<unsigned char> bytes;
+    unsigned char* p;
+    const unsigned char* end;
+};
+
+float Flt(const std::string& s) {
+    Text t(s);
+    return TXT_MAP_flt_scan(t.p, t.end, false);
+}
+
+int Int(const std::string& s) {
+    Text t(s);
+    return TXT_MAP_int_scan(t.p, t.end, false);
+}
+
+} // namespace
+
+TEST(TextScanners, FloatsHaveNoExponentAndHonourSignsAnywhere) {
+    EXPECT_FLOAT_EQ(Flt("1.50"), 1.5f);
+    EXPECT_FLOAT_EQ(Flt("+3"), 3.0f);
+    EXPECT_FLOAT_EQ(Flt("-.25"), -0.25f);
+    EXPECT_FLOAT_EQ(Flt(".5"), 0.5f);
+    EXPECT_FLOAT_EQ(Flt("5-"), -5.0f);
+    EXPECT_FLOAT_EQ(Flt("-+5"), 5.0f);
+    EXPECT_FLOAT_EQ(Flt("1e2"), 1 * 100 + ('e' - '0') * 10 + 2); // "e" folds in as a digit of value 53
+    EXPECT_NE(Flt("1e2"), 100.0f);
+    EXPECT_FLOAT_EQ(Flt("\t\t 42.125"), 42.125f);
+    EXPECT_FLOAT_EQ(Flt(""), 0.0f);
+}
+
+TEST(TextScanners, FloatMantissaIsSinglePrecision) {
+    // 123456789 is not a float; the mantissa rounds to the nearest float before scaling.
+    EXPECT_FLOAT_EQ(Flt("123456789"), 123456792.0f);
+    EXPECT_FLOAT_EQ(Flt("1.23456789"), static_cast<float>(123456792.0 / 1e8));
+}
+
+TEST(TextScanners, IntegersTakeOneSignEachAndFoldEveryCharacter) {
+    EXPECT_EQ(Int("-+7"), 7);
+    EXPECT_EQ(Int("-12"), -12);
+    EXPECT_EQ(Int("+12"), 12);
+    EXPECT_EQ(Int("1a"), 1 * 10 + ('a' - '0'));
+    EXPECT_EQ(Int(""), 0);
+    EXPECT_EQ(Int("   "), 0);
+}
+
+TEST(TextScanners, NumbersStopAtLineEndsUnlessAllowed) {
+    Text t("  \n 12 13");
+    EXPECT_EQ(TXT_MAP_int_scan(t.p, t.end, false), 0); // the token is empty: the line ends first
+    Text u("  \r\n 12 13");
+    EXPECT_EQ(TXT_MAP_int_scan(u.p, u.end, true), 12);
+    EXPECT_FLOAT_EQ(TXT_MAP_flt_scan(u.p, u.end, true), 13.0f);
+    EXPECT_EQ(u.p, u.end);
+    EXPECT_EQ(TXT_MAP_int_scan(u.p, u.end, true), 0); // at the end nothing moves
+    EXPECT_EQ(u.p, u.end);
+}
+
+TEST(TextScanners, MatchNeedsADelimiterAfterTheWord) {
+    Text t("  TEXTURE_LIT a.png");
+    EXPECT_FALSE(TXT_MAP_str_match_space(t.p, t.end, "TEXTURE", false));
+    EXPECT_EQ(t.pos(), 2u); // the blanks stay skipped
+    EXPECT_TRUE(TXT_MAP_str_match_space(t.p, t.end, "TEXTURE_LIT", false));
+    EXPECT_EQ(t.pos(), 13u);
+
+    Text eol("OBJ\r\n");
+    EXPECT_FALSE(TXT_MAP_str_match_space(eol.p, eol.end, "OBJ", false));
+    EXPECT_TRUE(TXT_MAP_str_match_space(eol.p, eol.end, "OBJ", true));
+
+    Text atEnd("OBJ"); // the end of text reads as a line end
+    EXPECT_FALSE(TXT_MAP_str_match_space(atEnd.p, atEnd.end, "OBJ", false));
+    EXPECT_TRUE(TXT_MAP_str_match_space(atEnd.p, atEnd.end, "OBJ", true));
+
+    Text shorter("OB");
+    EXPECT_FALSE(TXT_MAP_str_match_space(shorter.p, shorter.end, "OBJ", true));
+    EXPECT_EQ(shorter.pos(), 0u);
+}
+
+TEST(TextScanners, StringScans) {
+    Text t("\t name with blanks  \r\r\n\n  next");
+    std::string s;
+    TXT_MAP_str_scan_space(t.p, t.end, &s);
+    EXPECT_EQ(s, "name");
+    TXT_MAP_str_scan_eoln(t.p, t.end, &s);
+    EXPECT_EQ(s, "with blanks  "); // trailing blanks kept
+    TXT_MAP_str_scan_space(t.p, t.end, &s);
+    EXPECT_EQ(s, "next"); // the empty lines and leading blanks were finished
+    EXPECT_EQ(t.p, t.end);
+
+    Text n("skip this line\nkeep");
+    TXT_MAP_str_scan_eoln(n.p, n.end, nullptr);
+    TXT_MAP_str_scan_space(n.p, n.end, &s);
+    EXPECT_EQ(s, "keep");
+
+    Text f("x");
+    TXT_MAP_finish_line(f.p, f.end); // not at a line end: nothing to finish
+    EXPECT_EQ(f.pos(), 0u);
+}
