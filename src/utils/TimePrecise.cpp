@@ -1,0 +1,41 @@
+// GetTimePrecise: the plug-in's clock, anchored at its first reading.
+#include "utils/MathUtils.h"
+
+#include "utils/HostRelease.h"
+
+#include "XPLMProcessing.h"
+
+#include <cmath>
+#include <cstdint>
+
+namespace {
+
+constexpr double kMicrosecondsPerSecond = 1000000.0;
+
+bool gFirstTime = true;
+int64_t gAnchor = 0; ///< host clock at the first call, microseconds
+
+/// The host's elapsed time in whole microseconds (0 for a reading that is not a number).
+int64_t HostMicroseconds() {
+    const double seconds = static_cast<double>(XPLMGetElapsedTime());
+    if (!std::isfinite(seconds)) return 0;
+    return static_cast<int64_t>(std::llround(seconds * kMicrosecondsPerSecond));
+}
+
+} // namespace
+
+namespace HV_GNLUtils::detail {
+void ReleaseClock() {
+    gFirstTime = true;
+    gAnchor = 0;
+}
+} // namespace HV_GNLUtils::detail
+
+double GetTimePrecise() {
+    const int64_t now = HostMicroseconds();
+    if (gFirstTime) {
+        gFirstTime = false;
+        gAnchor = now;
+    }
+    return static_cast<double>(now - gAnchor) / kMicrosecondsPerSecond;
+}
