@@ -38,6 +38,11 @@ float NextNumber(unsigned char*& p, const unsigned char* end) {
     return TXT_MAP_flt_scan(p, end, false);
 }
 
+void ReadFloats(unsigned char*& p, const unsigned char* end, float* out, int n) {
+    for (int i = 0; i < n; ++i)
+        out[i] = NextNumber(p, end);
+}
+
 /// The number of vertices a primitive has: fixed by the table or given on its line.
 int VertexCount(unsigned char*& p, const unsigned char* end, const ObjCmdInfo& row) {
     if (row.count > 0) return row.count;
@@ -49,12 +54,7 @@ bool ParseObj7(std::vector<unsigned char>& text, XObj& obj) {
     unsigned char* p = text.data();
     const unsigned char* end = text.data() + (text.size() - 1); // the last byte is the added zero
 
-    TXT_MAP_str_scan_eoln(p, end, nullptr);
-    const int version = TXT_MAP_int_scan(p, end, false);
-    TXT_MAP_str_scan_eoln(p, end, nullptr);
-    const bool isObj = TXT_MAP_str_match_space(p, end, "OBJ", true);
-    TXT_MAP_str_scan_eoln(p, end, nullptr);
-    if (!isObj || version != kObj7Version) return false;
+    if (!ReadObjHeader(p, end, kObj7Version)) return false;
 
     TXT_MAP_str_scan_space(p, end, &obj.texture);
     TXT_MAP_str_scan_eoln(p, end, nullptr);
@@ -86,20 +86,15 @@ bool ParseObj7(std::vector<unsigned char>& text, XObj& obj) {
             TXT_MAP_str_scan_eoln(p, end, nullptr);
             // A truncated file ends the vertex list where the text ends.
             for (int i = 0; i < n && p < end; ++i) {
+                // x y z then s t (polygons) or r g b (lights and lines)
                 if (info.kind == obj_Poly) {
-                    vec_tex v;
-                    for (float& f : v.v)
-                        f = NextNumber(p, end);
-                    for (float& f : v.st)
-                        f = NextNumber(p, end);
-                    cmd.texVerts.push_back(v);
+                    cmd.texVerts.emplace_back();
+                    ReadFloats(p, end, cmd.texVerts.back().v, 3);
+                    ReadFloats(p, end, cmd.texVerts.back().st, 2);
                 } else {
-                    vec_rgb v;
-                    for (float& f : v.v)
-                        f = NextNumber(p, end);
-                    for (float& f : v.rgb)
-                        f = NextNumber(p, end);
-                    cmd.rgbVerts.push_back(v);
+                    cmd.rgbVerts.emplace_back();
+                    ReadFloats(p, end, cmd.rgbVerts.back().v, 3);
+                    ReadFloats(p, end, cmd.rgbVerts.back().rgb, 3);
                 }
             }
             TXT_MAP_str_scan_eoln(p, end, nullptr);

@@ -13,6 +13,7 @@
 
 namespace {
 
+constexpr int kObj8Version = 800;
 constexpr int kVertexFloats = 8;     // VT: x y z nx ny nz s t
 constexpr int kColourFloats = 6;     // VLINE, VLIGHT: x y z r g b
 constexpr int kIndicesPerIdx10 = 10; // IDX10 carries ten indices
@@ -55,13 +56,7 @@ bool ParseObj8(std::vector<unsigned char>& text, XObj8& obj) {
     unsigned char* p = text.data();
     const unsigned char* end = text.data() + (text.size() - 1); // the last byte is the added zero
 
-    // Header: a first line not looked at, the version, "OBJ".
-    TXT_MAP_str_scan_eoln(p, end, nullptr);
-    const int version = TXT_MAP_int_scan(p, end, false);
-    TXT_MAP_str_scan_eoln(p, end, nullptr);
-    const bool isObj = TXT_MAP_str_match_space(p, end, "OBJ", true);
-    TXT_MAP_str_scan_eoln(p, end, nullptr);
-    if (!isObj || version != 800) return false;
+    if (!ReadObjHeader(p, end, kObj8Version)) return false;
 
     obj.lods.emplace_back();
 

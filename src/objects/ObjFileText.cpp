@@ -1,6 +1,8 @@
 // Whole-file loading for the object readers: one read call into one buffer.
 #include "objects/ObjFileText.h"
 
+#include "objects/TextScanners.h"
+
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -46,4 +48,13 @@ int TruncToInt(float f) {
     if (f >= 2147483647.0f) return std::numeric_limits<int32_t>::max();
     if (f <= -2147483648.0f) return std::numeric_limits<int32_t>::min();
     return static_cast<int>(f);
+}
+
+bool ReadObjHeader(unsigned char*& p, const unsigned char* end, int expectedVersion) {
+    TXT_MAP_str_scan_eoln(p, end, nullptr); // conventionally a letter naming the line-end style
+    const int version = TXT_MAP_int_scan(p, end, false);
+    TXT_MAP_str_scan_eoln(p, end, nullptr);
+    const bool isObj = TXT_MAP_str_match_space(p, end, "OBJ", true);
+    TXT_MAP_str_scan_eoln(p, end, nullptr);
+    return isObj && version == expectedVersion;
 }
