@@ -1,0 +1,93 @@
+// Binding the host's datarefs: which names are looked up on which host
+// version, and what stays usable when the host lacks one.
+#include "AppFixture.h"
+
+#include "XPLMDataAccess.h"
+
+namespace kalvora_test {
+namespace {
+
+using SimulatorDataRefs = AppTest;
+
+TEST_F(SimulatorDataRefs, EveryRequiredDataRefIsFoundOnAModernHost) {
+    EXPECT_TRUE(initResult);
+    EXPECT_EQ(gPositionThe, XPLMFindDataRef("sim/flightmodel/position/theta"));
+    EXPECT_EQ(gDataEngineN1, XPLMFindDataRef("sim/flightmodel/engine/ENGN_N1_"));
+    EXPECT_NE(gPositionLocaly, nullptr);
+    EXPECT_NE(gAircraftShadowSizeZ, nullptr);
+    // The handles reach the host's live values.
+    host->set("sim/flightmodel/position/psi", 123.5);
+    EXPECT_FLOAT_EQ(XPLMGetDataf(gPositionPsi), 123.5f);
+}
+
+TEST_F(SimulatorDataRefs, OlderHostsUseTheOlderNamesOfPitchAndN1) {
+    struct Case {
+        int version;
+        const char* pitch;
+        const char* n1;
+    };
+    const Case cases[] = {
+        {720, "sim/flightmodel/position/the", "sim/flightmodel/engine/ENGN_N1"},
+        {730, "sim/flightmodel/position/theta", "sim/flightmodel/engine/ENGN_N1"},
+        {739, "sim/flightmodel/position/theta", "sim/flightmodel/engine/ENGN_N1"},
+        {740, "sim/flightmodel/position/theta", "sim/flightmodel/engine/ENGN_N1_"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.version);
+        simhost::HostOptions options;
+        options.xplaneVersion = c.version;
+        Restart(options);
+        ASSERT_EQ(XPVersion, c.version);
+        EXPECT_TRUE(initResult);
+        ASSERT_NE(XPLMFindDataRef(c.pitch), nullptr);
+        EXPECT_EQ(gPositionThe, XPLMFindDataRef(c.pitch));
+        ASSERT_NE(XPLMFindDataRef(c.n1), nullptr);
+        EXPECT_EQ(gDataEngineN1, XPLMFindDataRef(c.n1));
+    }
+}
+
+TEST_F(SimulatorDataRefs, AVersionThatDoesNotMatchTheHostFailsOnTheMissingName) {
+    // Told it runs on 7.20 while the host is X-Plane 12: "the" does not exist there.
+    XPVersion = 720;
+    EXPECT_FALSE(InitDataRef());
+    EXPECT_EQ(gPositionThe, nullptr);
+    EXPECT_NE(host->logText().find("sim/flightmodel/position/the"), std::string::npos);
+}
+
+TEST_F(SimulatorDataRefs, AMissingRequiredDataRefFailsButLeavesTheOthersUsable) {
+    const char* required[] = {"sim/time/paused", "sim/flightmodel/ground/plugin_ground_center",
+                              "sim/flightmodel/engine/ENGN_bat_volt", "sim/flightmodel/position/q",
+                              "sim/flightmodel/engine/ENGN_N1_"};
+    for (const char* name : required) {
+        SCOPED_TRACE(name);
+        Restart(simhost::HostOptions{});
+        host->removeDataRef(name);
+        EXPECT_FALSE(InitDataRef());
+        EXPECT_NE(host->logText().find(name), std::string::npos) << "the missing name is logged";
+        // Handles found before and after the missing one in the test order still work.
+        host->set("sim/flightmodel/position/local_x", 42.0);
+        EXPECT_DOUBLE_EQ(XPLMGetDatad(gPositionLocalx), 42.0);
+        EXPECT_NE(gNumberEngine, nullptr);
+        EXPECT_NE(gDataParkBrake, nullptr);
+    }
+}
+
+TEST_F(SimulatorDataRefs, DataRefsThatAreOnlyLookedUpAreNotRequired) {
+    const char* optional[] = {"sim/flightmodel/position/local_y", "sim/aircraft/view/acf_size_x",
+                              "sim/aircraft/view/acf_size_z"};
+    for (const char* name : optional) {
+        SCOPED_TRACE(name);
+        Restart(simhost::HostOptions{});
+        host->removeDataRef(name);
+        EXPECT_TRUE(InitDataRef());
+    }
+    // A null handle reads the host's default of zero.
+    int length = -1;
+    float rate = -1.0f;
+    SetPBlenght(&length, &rate);
+    EXPECT_EQ(length, 0);
+    EXPECT_EQ(rate, 0.0f);
+}
+
+} // namespace
+} // namespace kalvora_test

@@ -1,0 +1,136 @@
+// Placing the aircraft: the quaternion and its inverse, the host following
+// what is written, the heading/pitch towards the aircraft, nose-wheel steering
+// and the joystick override.
+#include "../core/AppFixture.h"
+
+#include "XPLMDataAccess.h"
+#include "motion/AircraftPlacement.h"
+
+#include <cmath>
+
+namespace kalvora_test {
+namespace {
+
+using AircraftPlacement = AppTest;
+
+TEST(Quaternion, HeadingAloneIsARotationAboutTheVerticalAxis) {
+    const float hpr[3] = {90.0f, 0.0f, 0.0f};
+    float q[4];
+    HPRToQuaternion(hpr, q);
+    EXPECT_NEAR(q[0], std::sqrt(0.5), 1e-6);
+    EXPECT_NEAR(q[1], 0.0, 1e-7);
+    EXPECT_NEAR(q[2], 0.0, 1e-7);
+    EXPECT_NEAR(q[3], std::sqrt(0.5), 1e-6);
+}
+
+TEST(Quaternion, IsAUnitQuaternionAndConvertsBack) {
+    const float angles[][3] = {{0, 0, 0},      {30, 5, -3},    {123.4f, -10, 20}, {359.9f, 2.5f, 0.5f},
+                               {200, 45, -60}, {271, -30, 15}, {10, 0, 90}};
+    for (const auto& hpr : angles) {
+        SCOPED_TRACE(testing::Message() << hpr[0] << " " << hpr[1] << " " << hpr[2]);
+        float q[4];
+        HPRToQuaternion(hpr, q);
+        EXPECT_NEAR(q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3], 1.0, 1e-5);
+        float back[3];
+        QuaternionToHPR(q, back);
+        if (std::fabs(hpr[2]) < 89.0f) { // away from the roll singularity of the inverse
+            EXPECT_NEAR(HeadingDiff(back[0], hpr[0]), 0.0, 1e-3);
+            EXPECT_NEAR(back[1], hpr[1], 1e-3);
+            EXPECT_NEAR(back[2], hpr[2], 1e-3);
+        }
+    }
+}
+
+TEST_F(AircraftPlacement, ApplyPositionMovesTheAircraftAndTheHostFollowsTheQuaternion) {
+    const double x0 = X(), z0 = Z();
+    ApplyPosition(x0 + 5.0, z0 - 3.0, 123.4f);
+    host->runFrames(1);
+    EXPECT_NEAR(X(), x0 + 5.0, 1e-6);
+    EXPECT_NEAR(Z(), z0 - 3.0, 1e-6);
+    EXPECT_NEAR(HeadingDiff(Psi(), 123.4), 0.0, 1e-3);
+    // A heading past 360 is wrapped by the host.
+    ApplyPosition(X(), Z(), 360.05f);
+    host->runFrames(1);
+    EXPECT_NEAR(HeadingDiff(Psi(), 0.05), 0.0, 1e-3);
+}
+
+TEST_F(AircraftPlacement, ApplyPositionKeepsTheCurrentPitchAndRoll) {
+    const float hpr[3] = {40.0f, 4.0f, -2.0f};
+    float q[4];
+    HPRToQuaternion(hpr, q);
+    XPLMSetDatavf(gqDataRef, q, 0, 4);
+    host->runFrames(1);
+    ApplyPosition(X(), Z(), 80.0f);
+    host->runFrames(1);
+    EXPECT_NEAR(HeadingDiff(Psi(), 80.0), 0.0, 1e-3);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/theta"), 4.0, 1e-3);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/phi"), -2.0, 1e-3);
+}
+
+TEST_F(AircraftPlacement, HeadingPitchToPlaneLooksAtTheAircraft) {
+    const double px = X(), py = host->getf("sim/flightmodel/position/local_y"), pz = Z();
+    float heading = 0, pitch = 0;
+    HeadingPitchToPlane(px, py, pz - 10.0, &heading, &pitch); // from 10 m north
+    EXPECT_NEAR(HeadingDiff(heading, 180.0), 0.0, 1e-4);
+    EXPECT_NEAR(pitch, 0.0, 1e-4);
+    HeadingPitchToPlane(px + 10.0, py - 2.0, pz, &heading, &pitch); // from 10 m east, 2 m lower
+    EXPECT_NEAR(heading, -90.0, 1e-4) << "not wrapped into 0..360";
+    EXPECT_NEAR(pitch, std::atan(0.2) * 180.0 / M_PI, 1e-4);
+    HeadingPitchToPlane(px - 3.0, py, pz + 3.0, &heading, &pitch); // from the south-west
+    EXPECT_NEAR(heading + 360.0, 45.0, 1e-4);
+}
+
+TEST_F(AircraftPlacement, NoseWheelSteeringRampsToItsLimitOnlyWithAJoystick) {
+    host->set("sim/joystick/has_joystick", 0);
+    host->set("sim/joystick/yolk_heading_ratio", 0.1);
+    for (int mode : {0, 1, 2, -1, -2})
+        ApplyNWsteering(mode);
+    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.1, 1e-6) << "no joystick: untouched";
+
+    host->set("sim/joystick/has_joystick", 1);
+    ApplyNWsteering(0);
+    EXPECT_EQ(host->getf("sim/joystick/yolk_heading_ratio"), 0.0);
+    for (int frame = 0; frame < 14; ++frame)
+        ApplyNWsteering(1);
+    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), -0.28, 1e-5);
+    for (int frame = 0; frame < 10; ++frame)
+        ApplyNWsteering(1);
+    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), -0.3, 0.0201) << "stops at the limit";
+    EXPECT_GE(host->getf("sim/joystick/yolk_heading_ratio"), -0.3201);
+
+    for (int frame = 0; frame < 40; ++frame)
+        ApplyNWsteering(-1); // back towards the centre from the left, never past it
+    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.0, 0.0201);
+
+    ApplyNWsteering(0);
+    for (int frame = 0; frame < 40; ++frame)
+        ApplyNWsteering(2);
+    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.3, 0.0201);
+    EXPECT_LE(host->getf("sim/joystick/yolk_heading_ratio"), 0.3201);
+    for (int frame = 0; frame < 40; ++frame)
+        ApplyNWsteering(-2);
+    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.0, 0.0201);
+
+    const double before = host->getf("sim/joystick/yolk_heading_ratio");
+    ApplyNWsteering(3);
+    ApplyNWsteering(-3);
+    EXPECT_EQ(host->getf("sim/joystick/yolk_heading_ratio"), before);
+}
+
+TEST_F(AircraftPlacement, JoystickOverrideOnlyWithAJoystickAndOnlyForZeroOrOne) {
+    host->set("sim/joystick/has_joystick", 0);
+    OverrideJoystick(1);
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
+
+    host->set("sim/joystick/has_joystick", 1);
+    OverrideJoystick(1);
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 1);
+    OverrideJoystick(2);
+    OverrideJoystick(-1);
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 1);
+    OverrideJoystick(0);
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
+}
+
+} // namespace
+} // namespace kalvora_test

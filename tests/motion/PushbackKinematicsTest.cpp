@@ -1,0 +1,331 @@
+// Push-back motion in simhost: PlaneMoveCallBack runs every frame and the
+// aircraft moves through the datarefs it writes. Positions are read back from
+// the host, as any observer would.
+#include "../core/AppFixture.h"
+
+#include "XPLMDataAccess.h"
+#include "XPLMProcessing.h"
+#include "motion/AircraftPlacement.h"
+
+#include <cmath>
+#include <vector>
+
+namespace kalvora_test {
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+constexpr double kStep = 0.1;                                // metres per frame at the default speed
+constexpr double kTurnRadius = kStep / (0.15 * kPi / 180.0); // about 38.2 m
+constexpr double kFramesPerQuarterTurn = 90.0 / 0.15;        // 600
+
+struct Sample {
+    double x, z;
+    float psi;
+};
+
+class PushbackKinematics : public AppTest {
+protected:
+    void StartAt(double headingDeg, const char* aircraft = "A320") {
+        simhost::HostOptions options;
+        options.startHeadingDeg = headingDeg;
+        options.aircraft = aircraft;
+        Restart(options);
+        ASSERT_TRUE(initResult);
+        XPLMRegisterFlightLoopCallback(PlaneMoveCallBack, -1.0f, nullptr);
+        host->set("sim/flightmodel/controls/parkbrake", 0.0);
+    }
+
+    /// Sets the manoeuvre up as a start would, then lets the truck "hook up".
+    void Begin(int rotateDir, int phase) {
+        gKLVPlaneMoveDirection = kMoveBackward;
+        gKLVPlaneRotateDir = rotateDir;
+        gKLVautoPbPhase = phase;
+        SetPBlenght(&gKLVPbLength, &gKLVRotationRate);
+        CalcFinalPsi(rotateDir, &gKLVfinalPsi);
+        CalcFinalxz(gKLVPbLength, &gKLVfinalx, &gKLVfinalz);
+        SetGearIndex();
+        ApplyTruckCurrentHeading();
+        gKLVisPlaneMoving = true;
+    }
+
+    Sample Now() { return {X(), Z(), Psi()}; }
+
+    /// Runs frames until the motion flag drops (or maxFrames), recording the aircraft each frame.
+    std::vector<Sample> RunPush(int maxFrames) {
+        std::vector<Sample> track{Now()};
+        for (int frame = 0; frame < maxFrames && gKLVisPlaneMoving; ++frame) {
+            host->runFrames(1);
+            track.push_back(Now());
+        }
+        return track;
+    }
+
+    /// Every frame's displacement points to the tail (against the heading of the frame before).
+    static void ExpectBackwards(const std::vector<Sample>& track) {
+        int moves = 0;
+        for (std::size_t i = 1; i < track.size(); ++i) {
+            const double dx = track[i].x - track[i - 1].x, dz = track[i].z - track[i - 1].z;
+            const double length = std::hypot(dx, dz);
+            if (length < 1e-9) continue;
+            ++moves;
+            const double h = track[i - 1].psi * kPi / 180.0;
+            const double along = dx * std::sin(h) - dz * std::cos(h); // component along the heading
+            EXPECT_LT(along, -0.99 * length) << "frame " << i;
+            EXPECT_NEAR(length, kStep, 1e-6) << "frame " << i;
+        }
+        EXPECT_GT(moves, 0);
+    }
+};
+
+TEST_F(PushbackKinematics, StraightPushEndsItsLengthBehindWithTheBrakeSet) {
+    for (double heading : {0.0, 90.0, 180.0, 270.0, 37.0, 123.0, 222.0, 301.5}) {
+        SCOPED_TRACE(heading);
+        StartAt(heading);
+        const Sample start = Now();
+        Begin(kRotateStraight, kPhaseStraightLeg);
+        ASSERT_EQ(gKLVPbLength,
+                  static_cast<int>(static_cast<int>(host->getf("sim/aircraft/view/acf_size_z")) * 0.75));
+        ASSERT_GT(gKLVPbLength, 10);
+        const std::vector<Sample> track = RunPush(5000);
+        ASSERT_FALSE(gKLVisPlaneMoving) << "the straight leg never ended";
+        const Sample end = track.back();
+        const double h = heading * kPi / 180.0;
+        const double behindX = start.x - gKLVPbLength * std::sin(h);
+        const double behindZ = start.z + gKLVPbLength * std::cos(h);
+        EXPECT_NEAR(std::hypot(end.x - behindX, end.z - behindZ), 0.0, kStep + 1e-3);
+        EXPECT_NEAR(HeadingDiff(end.psi, heading), 0.0, 1e-3);
+        EXPECT_EQ(host->getf("sim/flightmodel/controls/parkbrake"), 1.0);
+        EXPECT_EQ(gKLVautoPbPhase, kPhaseNone);
+        EXPECT_EQ(gKLVPlaneMoveDirection, kMoveBackward) << "directions stay until the next reset";
+        ExpectBackwards(track);
+        // Nothing moves after the end.
+        host->runFrames(10);
+        EXPECT_EQ(X(), end.x);
+        EXPECT_EQ(Z(), end.z);
+    }
+}
+
+TEST_F(PushbackKinematics, TurnsFollowAnArcToTheEndHeading) {
+    const struct {
+        double start;
+        int dir;
+        double end;
+    } cases[] = {{100.0, kRotateTailRight, 10.0},
+                 {10.0, kRotateTailLeft, 100.0},
+                 {300.0, kRotateTailLeft, 30.0},
+                 {200.5, kRotateTailRight, 110.0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.start << " dir " << c.dir);
+        StartAt(c.start);
+        const Sample start = Now();
+        Begin(c.dir, kPhaseTurn);
+        const std::vector<Sample> track = RunPush(3000);
+        ASSERT_FALSE(gKLVisPlaneMoving) << "the turn never ended";
+        const Sample end = track.back();
+        EXPECT_EQ(std::floor(end.psi), c.end);
+        EXPECT_EQ(host->getf("sim/flightmodel/controls/parkbrake"), 1.0);
+        ExpectBackwards(track);
+        // The chord of an arc of radius R over the angle turned is 2 R sin(angle / 2).
+        const double turned = std::fabs(HeadingDiff(end.psi, start.psi)) * kPi / 180.0;
+        const double chord = std::hypot(end.x - start.x, end.z - start.z);
+        EXPECT_NEAR(chord / (2.0 * std::sin(turned / 2.0)), kTurnRadius, 0.01 * kTurnRadius);
+        EXPECT_NEAR(static_cast<double>(track.size() - 1), kFramesPerQuarterTurn, 12.0);
+        // Every frame turns by the fixed step in the commanded sense.
+        const double sense = c.dir == kRotateTailLeft ? 1.0 : -1.0;
+        EXPECT_NEAR(HeadingDiff(track[2].psi, track[1].psi), sense * 0.15, 1e-3);
+    }
+}
+
+TEST_F(PushbackKinematics, AutomatedManoeuvreGoesStraightThenTurns) {
+    StartAt(45.0);
+    const Sample start = Now();
+    Begin(kRotateTailLeft, kPhaseStraightLeg);
+    EXPECT_EQ(gKLVfinalPsi, 135);
+    std::vector<Sample> track{start};
+    int legFrames = 0;
+    while (gKLVautoPbPhase == kPhaseStraightLeg && legFrames < 2000) {
+        host->runFrames(1);
+        track.push_back(Now());
+        ++legFrames;
+    }
+    ASSERT_EQ(gKLVautoPbPhase, kPhaseTurn);
+    const Sample corner = Now();
+    EXPECT_NEAR(HeadingDiff(corner.psi, 45.0), 0.0, 1e-3) << "the straight leg keeps the heading";
+    EXPECT_NEAR(std::hypot(corner.x - start.x, corner.z - start.z), gKLVPbLength, kStep + 1e-3);
+    const std::vector<Sample> rest = RunPush(3000);
+    ASSERT_FALSE(gKLVisPlaneMoving);
+    EXPECT_EQ(std::floor(rest.back().psi), 135.0f);
+    track.insert(track.end(), rest.begin(), rest.end());
+    ExpectBackwards(track);
+}
+
+TEST_F(PushbackKinematics, TurnsWhoseEndHeadingCannotBeReachedNeverEnd) {
+    // Tail right below 90: the end heading is doubled into a negative number.
+    StartAt(45.0);
+    Begin(kRotateTailRight, kPhaseTurn);
+    EXPECT_EQ(gKLVfinalPsi, -90);
+    RunPush(2600); // more than a full circle
+    EXPECT_TRUE(gKLVisPlaneMoving);
+    // Tail left from 270..270.99: the end heading is 360, which floor(psi) never shows.
+    StartAt(270.5);
+    Begin(kRotateTailLeft, kPhaseTurn);
+    EXPECT_EQ(gKLVfinalPsi, 360);
+    RunPush(2600);
+    EXPECT_TRUE(gKLVisPlaneMoving);
+    EXPECT_EQ(host->getf("sim/flightmodel/controls/parkbrake"), 0.0);
+}
+
+TEST_F(PushbackKinematics, PauseFreezesAndTheParkingBrakeHalts) {
+    StartAt(60.0);
+    Begin(kRotateTailLeft, kPhaseTurn);
+    host->runFrames(20);
+    const Sample moving = Now();
+
+    host->setPaused(true);
+    host->runFrames(50);
+    EXPECT_EQ(X(), moving.x);
+    EXPECT_EQ(Z(), moving.z);
+    EXPECT_EQ(Psi(), moving.psi);
+    EXPECT_TRUE(gKLVisPlaneMoving);
+    host->setPaused(false);
+
+    host->set("sim/flightmodel/controls/parkbrake", 0.5); // any ratio but exactly 0 halts
+    host->runFrames(1);
+    const Sample halted = Now();
+    host->runFrames(50);
+    EXPECT_EQ(X(), halted.x);
+    EXPECT_EQ(Psi(), halted.psi);
+    EXPECT_TRUE(gKLVisPlaneMoving) << "a brake halts the push without ending it";
+
+    host->set("sim/flightmodel/controls/parkbrake", 0.0);
+    host->runFrames(10);
+    EXPECT_NEAR(std::hypot(X() - halted.x, Z() - halted.z), 10 * kStep, 0.05);
+    EXPECT_NEAR(HeadingDiff(Psi(), halted.psi), 1.5, 1e-2);
+}
+
+TEST_F(PushbackKinematics, NothingMovesWithoutTheFlagOrADirection) {
+    StartAt(10.0);
+    Begin(kRotateStraight, kPhaseStraightLeg);
+    gKLVisPlaneMoving = false;
+    const Sample start = Now();
+    host->runFrames(20);
+    EXPECT_EQ(X(), start.x);
+    gKLVisPlaneMoving = true;
+    gKLVPlaneMoveDirection = kMoveNone;
+    host->runFrames(20);
+    EXPECT_EQ(X(), start.x);
+    EXPECT_EQ(Z(), start.z);
+}
+
+TEST_F(PushbackKinematics, ForwardDirectionMovesTowardsTheNose) {
+    StartAt(90.0);
+    Begin(kRotateStraight, kPhaseNone);
+    gKLVPlaneMoveDirection = kMoveForward;
+    const Sample start = Now();
+    host->runFrames(10);
+    EXPECT_NEAR(X() - start.x, 10 * kStep, 1e-3); // heading 90 faces +x
+    EXPECT_NEAR(Z() - start.z, 0.0, 1e-3);
+}
+
+TEST_F(PushbackKinematics, ATinyAircraftEndsItsStraightLegAtOnce) {
+    StartAt(45.0);
+    host->set("sim/aircraft/view/acf_size_z", 1.9);
+    const Sample start = Now();
+    Begin(kRotateStraight, kPhaseStraightLeg);
+    EXPECT_EQ(gKLVPbLength, 0);
+    RunPush(10);
+    EXPECT_FALSE(gKLVisPlaneMoving);
+    // The end point is the start point: the leg is over after at most one step.
+    EXPECT_LE(std::hypot(X() - start.x, Z() - start.z), kStep + 1e-6);
+}
+
+TEST_F(PushbackKinematics, PushLengthAndRateFollowTheAircraftLength) {
+    host->set("sim/aircraft/view/acf_size_z", 40.0);
+    int length = 0;
+    float rate = 0.0f;
+    SetPBlenght(&length, &rate);
+    EXPECT_EQ(length, 30);
+    EXPECT_FLOAT_EQ(rate, static_cast<float>(40 * 0.15 / 35.0));
+    host->set("sim/aircraft/view/acf_size_z", 41.9); // truncated to 41 first
+    SetPBlenght(&length, &rate);
+    EXPECT_EQ(length, 30);
+    host->set("sim/aircraft/view/acf_size_z", 1e30); // absurd sizes stay defined
+    SetPBlenght(&length, &rate);
+    EXPECT_GT(length, 0);
+}
+
+TEST_F(PushbackKinematics, EndHeadings) {
+    const struct {
+        double psi;
+        int dir;
+        int expected;
+    } cases[] = {{10.7, kRotateTailLeft, 100},  {270.0, kRotateTailLeft, 360},
+                 {275.0, kRotateTailLeft, 5},   {359.9, kRotateTailLeft, 89},
+                 {100.0, kRotateTailRight, 10}, {90.5, kRotateTailRight, 0},
+                 {45.0, kRotateTailRight, -90}, {0.0, kRotateTailRight, -180},
+                 {123.9, kRotateStraight, 123}, {123.9, 9, 123}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.psi << " dir " << c.dir);
+        host->set("sim/flightmodel/position/psi", c.psi);
+        int out = -1;
+        CalcFinalPsi(c.dir, &out);
+        EXPECT_EQ(out, c.expected);
+    }
+}
+
+TEST_F(PushbackKinematics, QuadrantsAndTheEndTestOfTheStraightLeg) {
+    // Quadrants follow the signs of cos/sin of (psi - 90): moving backwards, x falls in 1 and 2.
+    EXPECT_EQ(DetermineQuadrant(45.0f), 1);
+    EXPECT_EQ(DetermineQuadrant(135.0f), 2);
+    EXPECT_EQ(DetermineQuadrant(225.0f), 3);
+    EXPECT_EQ(DetermineQuadrant(315.0f), 4);
+    EXPECT_EQ(DetermineQuadrant(std::nanf("")), 1) << "no sign at all";
+    gKLVfinalx = 100.0;
+    EXPECT_TRUE(EndReached(99.0, 45.0f));
+    EXPECT_FALSE(EndReached(101.0, 135.0f));
+    EXPECT_TRUE(EndReached(101.0, 225.0f));
+    EXPECT_FALSE(EndReached(99.0, 315.0f));
+    EXPECT_FALSE(EndReached(100.0, 45.0f)) << "strict comparisons";
+    EXPECT_FALSE(EndReached(100.0, 315.0f));
+}
+
+TEST_F(PushbackKinematics, ResetClearsTheManoeuvre) {
+    Begin(kRotateTailLeft, kPhaseStraightLeg);
+    startx = 3.0;
+    ResetPlaneMovementParam();
+    EXPECT_FALSE(gKLVisPlaneMoving);
+    EXPECT_EQ(gKLVPlaneMoveDirection, 0);
+    EXPECT_EQ(gKLVPlaneRotateDir, 0);
+    EXPECT_EQ(gKLVautoPbPhase, 0);
+    EXPECT_EQ(gKLVfinalPsi, 0);
+    EXPECT_EQ(gKLVfinalx, 0.0);
+    EXPECT_EQ(gKLVfinalz, 0.0);
+    EXPECT_EQ(startx, 0.0);
+    EXPECT_NE(gKLVPbLength, 0) << "the push length belongs to the aircraft, not to the manoeuvre";
+}
+
+TEST_F(PushbackKinematics, ApronElevationIsTheTowingGearMinusLegAndTyre) {
+    SetGearIndex();
+    double gx = 0, gy = 0, gz = 0;
+    GearPostionOGL(gKLVGearIndex, &gx, &gy, &gz);
+    const double leg = host->getf("sim/aircraft/parts/acf_gear_leglen", gKLVGearIndex);
+    const double tyre = host->getf("sim/aircraft/parts/acf_gear_tirrad", gKLVGearIndex);
+    ASSERT_GT(leg + tyre, 0.0);
+    double elevation = 0;
+    GetApronElev(&elevation);
+    EXPECT_NEAR(elevation, gy - (leg + tyre), 1e-5);
+}
+
+TEST_F(PushbackKinematics, RotationRateAdjustment) {
+    PrefTruckSpeed = 10.0f;
+    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 80.0f, 6.0f), 6.05f);  // wide angle: speed up
+    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 80.0f, 12.0f), 10.0f); // ... up to the speed setting
+    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 10.0f, 6.0f), 5.9f);   // narrow angle: slow down
+    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 10.0f, 4.0f), 5.0f);   // ... not below 5
+    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 45.0f, 6.0f), 10.0f);  // in between: the setting
+    EXPECT_FLOAT_EQ(AdjustRotationRate(10.0f, 0.0f, 6.0f), 5.9f);   // 350 folds back to 10
+    EXPECT_FLOAT_EQ(AdjustRotationRate(80.0f, 0.0f, 6.0f), 6.05f);
+}
+
+} // namespace
+} // namespace kalvora_test
