@@ -68,6 +68,7 @@ struct Aircraft {
     std::vector<Gear> gear; ///< [0] nose (or tail) gear, then the mains
     double emptyWeightKg = 0;
     double mtowKg = 0;
+    double groundPitchDeg = 0; ///< attitude when parked (tail-draggers sit nose-up), degrees
     // --- live state ---
     bool engineRunning[8] = {}; ///< per engine
     double n1Percent[8] = {};   ///< per engine
@@ -122,8 +123,14 @@ public:
     /// IDs of the loaded plug-ins, in load order.
     std::vector<int> plugins() const;
     bool pluginEnabled(int id) const;
+    /// XPluginEnable again after disablePlugin(); false when the plug-in refuses.
+    bool enablePlugin(int id);
+    /// XPluginDisable: the plug-in stays loaded but gets no callbacks.
+    void disablePlugin(int id);
     /// What a plug-in still has registered ("dataref sim/x", "flightloop", "hotkey F1", ...).
     std::vector<std::string> registrations(int pluginId) const;
+    /// What the last unloaded plug-in still had registered after its XPluginStop (a leak when not empty).
+    const std::vector<std::string>& leftoversAtLastUnload() const;
     /// Sends a message as X-Plane (from 0) or as another plug-in; to == -1 broadcasts.
     void sendMessage(int to, int message, void* param = nullptr, int from = 0);
 

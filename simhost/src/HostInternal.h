@@ -1,0 +1,326 @@
+// simhost's internal state: one HostCore per live Host, shared by the files that
+// implement the X-Plane API (one file per API header) and the control API.
+//
+// Handles given to plug-ins (datarefs, windows, menus, commands, flight loops,
+// hot keys) are pointers to records that live as long as the host, so a stale
+// handle never dangles; every API function checks a handle against its table
+// before using it.
+#pragma once
+
+#include "PluginContext.h"
+#include "simhost/Simhost.h"
+
+#include <cstdio>
+#include <deque>
+#include <exception>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace simhost::detail {
+
+// ------------------------------------------------------------------ plug-ins
+/// One loaded plug-in: a .xpl file or an in-process one.
+struct PluginRec {
+    int id = -1;
+    std::string name, signature, description;
+    std::string path;   ///< the .xpl inside the sandbox ("" for in-process plug-ins)
+    void* dl = nullptr; ///< dlopen handle
+    bool enabled = false;
+    bool alive = true; ///< false once unloaded (IDs are never reused)
+    int (*xStart)(char*, char*, char*) = nullptr;
+    void (*xStop)() = nullptr;
+    int (*xEnable)() = nullptr;
+    void (*xDisable)() = nullptr;
+    void (*xReceive)(int, int, void*) = nullptr;
+    InProcessPlugin inProcess;      ///< callbacks when dl is null
+    std::set<std::string> features; ///< XPLMEnableFeature
+};
+
+// ------------------------------------------------------------------ datarefs
+/// Accessors a plug-in registered (XPLMRegisterDataAccessor), as untyped pointers.
+struct Accessors {
+    void *gi = nullptr, *si = nullptr, *gf = nullptr, *sf = nullptr, *gd = nullptr, *sd = nullptr;
+    void *gvi = nullptr, *svi = nullptr, *gvf = nullptr, *svf = nullptr, *gb = nullptr, *sb = nullptr;
+    void* readRefcon = nullptr;
+    void* writeRefcon = nullptr;
+};
+
+/// One dataref. Owner 0 (X-Plane) keeps its value here; plug-ins' go through accessors.
+struct DataRefRec {
+    std::string name;
+    int types = 0;              ///< XPLMDataTypeID bits
+    bool writable = false;      ///< writable by plug-ins
+    int owner = 0;              ///< 0 = X-Plane
+    bool orphaned = false;      ///< owner unregistered or unloaded: reads 0, writes nothing
+    bool removed = false;       ///< hidden from lookup (an incomplete host)
+    std::vector<double> values; ///< X-Plane's own: one value per element (1 for scalars)
+    std::string bytes;          ///< X-Plane's own byte blocks (xplmType_Data)
+    Accessors acc;
+    /// Called after X-Plane's own value changed through a write.
+    std::function<void(DataRefRec&)> onWrite;
+};
+
+// ------------------------------------------------------------------ flight loops
+/// One flight loop, legacy or created.
+struct FlightLoopRec {
+    int owner = 0;
+    void* fn = nullptr; ///< XPLMFlightLoop_f
+    void* refcon = nullptr;
+    int phase = 0;      ///< 0 before the flight model, 1 after
+    bool legacy = true; ///< registered with XPLMRegisterFlightLoopCallback
+    bool alive = true;
+    bool scheduled = false;     ///< false: registered but inactive (interval 0)
+    bool byFrames = false;      ///< due at dueFrame rather than dueTime
+    double dueTime = 0;         ///< wall seconds
+    long long dueFrame = 0;     ///< cycle number
+    double lastRunTime = 0;     ///< wall seconds of the last call (or of registration)
+    long long lastRunFrame = 0; ///< cycle of the last call (or of registration)
+};
+
+// ------------------------------------------------------------------ menus
+struct MenuRec;
+/// One menu item (or separator).
+struct MenuItemRec {
+    std::string name;
+    int owner = 0;
+    void* itemRef = nullptr;
+    int check = 0; ///< 0 none, 1 unchecked, 2 checked
+    bool enabled = true;
+    bool separator = false;
+    MenuRec* submenu = nullptr;
+    void* command = nullptr; ///< XPLMAppendMenuItemWithCommand
+};
+/// One menu: the menu bar's "Plugins" or "Aircraft", or one a plug-in created.
+struct MenuRec {
+    std::string name;
+    int owner = 0;
+    MenuRec* parent = nullptr;
+    void* handler = nullptr; ///< XPLMMenuHandler_f
+    void* menuRef = nullptr;
+    bool alive = true;
+    std::vector<MenuItemRec> items;
+};
+
+// ------------------------------------------------------------------ commands
+struct CommandHandler {
+    void* fn = nullptr; ///< XPLMCommandCallback_f
+    bool before = true;
+    void* refcon = nullptr;
+    int owner = 0;
+    bool alive = true;
+};
+/// One command; commands are never destroyed.
+struct CommandRec {
+    std::string name, description;
+    std::vector<CommandHandler> handlers;
+    std::function<void(int phase)> simAction; ///< what X-Plane itself does
+};
+
+// ------------------------------------------------------------------ display
+struct DrawCallbackRec {
+    void* fn = nullptr; ///< XPLMDrawCallback_f
+    int phase = 0;
+    bool before = false;
+    void* refcon = nullptr;
+    int owner = 0;
+    bool alive = true;
+};
+struct WindowRec {
+    int id = 0;
+    int owner = 0;
+    int left = 0, top = 0, right = 0, bottom = 0;
+    bool visible = false;
+    bool alive = true;
+    void *draw = nullptr, *key = nullptr, *mouse = nullptr, *cursor = nullptr, *wheel = nullptr,
+         *rightClick = nullptr;
+    void* refcon = nullptr;
+    int decoration = 0, layer = 0;
+    std::string title;
+};
+struct KeySnifferRec {
+    void* fn = nullptr;
+    bool beforeWindows = false;
+    void* refcon = nullptr;
+    int owner = 0;
+    bool alive = true;
+};
+struct HotKeyRec {
+    char vkey = 0;
+    int flags = 0;
+    std::string description;
+    void* fn = nullptr;
+    void* refcon = nullptr;
+    int owner = 0;
+    bool alive = true;
+};
+
+// ------------------------------------------------------------------ camera
+struct CameraRec {
+    bool controlled = false;
+    int owner = -1;
+    int howLong = 0;
+    void* fn = nullptr;
+    void* refcon = nullptr;
+    float pos[7] = {0, 0, 0, 0, 0, 0, 1}; ///< x y z pitch heading roll zoom
+};
+
+// ------------------------------------------------------------------ world
+/// What the world remembers between frames.
+struct WorldRec {
+    double prevX = 0, prevZ = 0; ///< position at the end of the previous frame, metres
+    bool qWritten = false;       ///< q changed since the last frame
+    double commandedSpeed = 0;   ///< m/s along psi, set through the control API (taxiing)
+    double holdAgl = -1;         ///< metres; < 0: the aircraft sits on the apron
+    double groundY = 0;          ///< local y of the apron, metres
+    Aircraft shadow;             ///< last state synchronised with the datarefs
+};
+
+/// The whole host.
+struct HostCore {
+    HostOptions opt;
+    std::string sandbox; ///< with trailing "/"
+    bool tempSandbox = false;
+    FILE* log = nullptr;
+    std::vector<TranscriptEntry> transcript;
+    std::vector<std::string> commandsRun;
+    std::vector<std::string> lastLeftovers;
+
+    // clock
+    double simTime = 0, wallTime = 0; ///< seconds
+    long long cycle = 0;
+    int frames = 0;
+    bool paused = false;
+    double lastFlightLoopDispatch = 0; ///< wall seconds
+    int flightLoopCounter = 0;
+    double realStart = 0; ///< real-time mode: monotonic seconds at start
+
+    // registries
+    std::vector<std::unique_ptr<PluginRec>> plugins; ///< index = id - 1
+    int directCaller = -1;
+    std::deque<DataRefRec> datarefs;
+    std::unordered_map<std::string, DataRefRec*> datarefByName;
+    std::unordered_set<const void*> datarefHandles;
+    std::deque<FlightLoopRec> flightLoops;
+    std::unordered_set<const void*> flightLoopHandles;
+    std::deque<MenuRec> menus;
+    std::unordered_set<const void*> menuHandles;
+    MenuRec* pluginsMenu = nullptr;
+    std::vector<MenuRec*> topMenus; ///< the menu bar, left to right
+    MenuRec* aircraftMenu = nullptr;
+    std::deque<CommandRec> commands;
+    std::unordered_map<std::string, CommandRec*> commandByName;
+    std::unordered_set<const void*> commandHandles;
+    std::map<CommandRec*, int> commandsHeld; ///< begun and not yet ended
+    std::vector<DrawCallbackRec> drawCallbacks;
+    std::deque<WindowRec> windows;
+    std::unordered_set<const void*> windowHandles;
+    std::vector<WindowRec*> zOrder; ///< back to front
+    WindowRec* focus = nullptr;
+    WindowRec* mouseCapture = nullptr;
+    int mouseX = 0, mouseY = 0;
+    int nextWindowId = 1;
+    std::vector<KeySnifferRec> sniffers;
+    std::deque<HotKeyRec> hotKeys;
+    std::unordered_set<const void*> hotKeyHandles;
+    CameraRec camera;
+    WorldRec world;
+    Aircraft aircraft;
+    void* errorCallback = nullptr; ///< XPLMError_f
+};
+
+/// The live host's state, or nullptr when no Host exists.
+HostCore* core();
+/// Installs or clears the live host's state.
+void setCore(HostCore* c);
+
+/// The plug-in record for an ID, or nullptr (unloaded plug-ins included: check alive).
+PluginRec* plugin(int id);
+/// True when the plug-in may receive callbacks (loaded and enabled); X-Plane (0) always.
+bool pluginActive(int id);
+/// The plug-in API calls are attributed to right now.
+int caller();
+
+/// Appends to the transcript.
+void record(const std::string& kind, const std::string& text);
+/// Appends to Log.txt (verbatim) and to the transcript (kind "log").
+void writeLog(const std::string& text);
+/// Reports an API misuse: Log.txt, and the error callback of the offending plug-in.
+void apiError(const std::string& text);
+
+/// Runs a plug-in callback as plugin `id`: attribution, and nothing may escape.
+template <class F> void callInto(int id, const char* what, F&& f) {
+    CallingPlugin guard(id);
+    try {
+        f();
+    } catch (const std::exception& e) {
+        writeLog(std::string("simhost: exception from plug-in in ") + what + ": " + e.what() + "\n");
+    } catch (...) {
+        writeLog(std::string("simhost: unknown exception from plug-in in ") + what + "\n");
+    }
+}
+
+// ---- per-file entry points used by the Host (defined in the matching .cpp) ----
+void installSimDataRefs(HostCore& c);                                        // SimDataRefs.cpp
+DataRefRec* findDataRefRec(const std::string& name);                         // DataAccess.cpp
+DataRefRec* validDataRef(void* handle);                                      // DataAccess.cpp
+void defineSimCommands(HostCore& c);                                         // Commands.cpp
+CommandRec* commandRec(const std::string& name);                             // Commands.cpp
+void runCommandPhase(CommandRec* cmd, int phase);                            // Commands.cpp
+void createRootMenus(HostCore& c);                                           // Menus.cpp
+void runFlightLoops(HostCore& c, int phase);                                 // FlightLoops.cpp
+void setViewType(int viewType, bool external);                               // Camera.cpp
+void updateCamera(HostCore& c);                                              // Camera.cpp
+void worldReset(HostCore& c);                                                // World.cpp
+void worldStep(HostCore& c, double dtSeconds);                               // World.cpp
+void worldPushEdits(HostCore& c);                                            // World.cpp
+void worldPullState(HostCore& c);                                            // World.cpp
+void worldSetAttitude(HostCore& c, double psi, double theta, double phi);    // World.cpp
+double worldParkedHeight(const HostCore& c);                                 // World.cpp
+void drawFrame(HostCore& c);                                                 // Display.cpp
+void routeKey(char ch, int flags, char vkey);                                // Display.cpp
+void dropRegistrations(HostCore& c, int pluginId);                           // Cleanup.cpp
+std::vector<std::string> listRegistrations(const HostCore& c, int pluginId); // Cleanup.cpp
+void sendToPlugin(int to, int message, void* param, int from);               // Plugins.cpp
+
+} // namespace simhost::detail
+
+namespace simhost::detail {
+// Plug-in lifecycle (Plugins.cpp)
+int loadPluginFile(HostCore& c, const std::string& xplPath, std::string* error);
+int addInProcessPlugin(HostCore& c, InProcessPlugin p);
+bool enablePlugin(HostCore& c, int id);
+void disablePlugin(HostCore& c, int id);
+void unloadPluginNow(HostCore& c, int id);
+} // namespace simhost::detail
+
+namespace simhost::detail {
+// Menus (Menus.cpp)
+std::string menuTreeText();
+std::vector<std::string> menuItemNames(const std::string& path);
+bool pickMenuPath(const std::string& path);
+int menuCheckAt(const std::string& path);
+bool menuEnabledAt(const std::string& path);
+void dropMenus(HostCore& c, int pluginId);
+void listMenus(const HostCore& c, int pluginId, std::vector<std::string>& out);
+} // namespace simhost::detail
+
+namespace simhost::detail {
+// Windows, mouse and display registrations (Display.cpp)
+bool mouseDownAt(int x, int y);
+void mouseDragAt(int x, int y);
+void mouseUpAt(int x, int y);
+void scrollAt(int x, int y, int clicks);
+void dropDisplay(HostCore& c, int pluginId);
+void listDisplay(const HostCore& c, int pluginId, std::vector<std::string>& out);
+std::vector<WindowInfo> windowList();
+} // namespace simhost::detail
+
+namespace simhost::detail {
+void dropCamera(HostCore& c, int pluginId); // Camera.cpp
+} // namespace simhost::detail

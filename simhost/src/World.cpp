@@ -1,0 +1,202 @@
+// The world: one user aircraft on a flat apron, kept in X-Plane's own datarefs.
+//
+// Local frame: +x east, +y up, +z south (metres), origin at sea level below the
+// reference point. The apron is the plane y = elevation. The attitude follows
+// the quaternion q (X-Plane's master orientation): psi/theta/phi written alone
+// are re-derived from q at the next frame, as when X-Plane's flight model runs.
+#include "HostInternal.h"
+#include "WorldMath.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace simhost::detail {
+
+namespace {
+
+constexpr double kIdleN1Percent = 20.0;   ///< N1 of an engine started through the control API
+constexpr double kRunningN1Percent = 5.0; ///< above this N1 an engine counts as running
+constexpr int kOldGearBase = 67;          ///< hosts before 8.00 keep the nose gear at 67
+
+DataRefRec& ref(HostCore& c, const char* name) {
+    return *c.datarefByName.at(name);
+}
+double& val(HostCore& c, const char* name, size_t i = 0) {
+    return ref(c, name).values.at(i);
+}
+
+/// Height of the reference point above the apron when parked, metres (from the main gear).
+double parkedHeight(const Aircraft& a) {
+    if (a.gear.size() < 2) return 0;
+    const Aircraft::Gear& g = a.gear[1];
+    return -g.y + g.legLength + g.tyreRadius;
+}
+
+void writeAttitude(HostCore& c, double psi, double theta, double phi) {
+    val(c, "sim/flightmodel/position/psi") = wrap360(psi);
+    val(c, "sim/flightmodel/position/phi") = phi;
+    val(c, ref(c, "sim/flightmodel/position/theta").removed ? "sim/flightmodel/position/the"
+                                                            : "sim/flightmodel/position/theta") = theta;
+    float q[4];
+    eulerToQuaternion(psi, theta, phi, q);
+    auto& qv = ref(c, "sim/flightmodel/position/q").values;
+    for (int i = 0; i < 4; ++i)
+        qv[static_cast<size_t>(i)] = q[i];
+}
+
+const char* n1Name(HostCore& c) {
+    return ref(c, "sim/flightmodel/engine/ENGN_N1_").removed ? "sim/flightmodel/engine/ENGN_N1"
+                                                             : "sim/flightmodel/engine/ENGN_N1_";
+}
+
+void updateGeodetic(HostCore& c) {
+    double lat = 0, lon = 0, alt = 0;
+    localToWorld(c.opt.startLatDeg, c.opt.startLonDeg, val(c, "sim/flightmodel/position/local_x"),
+                 val(c, "sim/flightmodel/position/local_y"), val(c, "sim/flightmodel/position/local_z"), lat,
+                 lon, alt);
+    val(c, "sim/flightmodel/position/latitude") = lat;
+    val(c, "sim/flightmodel/position/longitude") = lon;
+    val(c, "sim/flightmodel/position/elevation") = alt;
+}
+
+} // namespace
+
+void worldReset(HostCore& c) {
+    const Aircraft& a = c.aircraft;
+    const bool oldGear = c.opt.xplaneVersion < 800;
+    const char* gearNames[5] = {"sim/aircraft/parts/acf_gear_xnodef", "sim/aircraft/parts/acf_gear_ynodef",
+                                "sim/aircraft/parts/acf_gear_znodef", "sim/aircraft/parts/acf_gear_leglen",
+                                "sim/aircraft/parts/acf_gear_tirrad"};
+    for (const char* n : gearNames)
+        std::fill(ref(c, n).values.begin(), ref(c, n).values.end(), 0.0);
+    for (size_t i = 0; i < a.gear.size(); ++i) {
+        size_t slot = oldGear ? kOldGearBase + i : i;
+        const Aircraft::Gear& g = a.gear[i];
+        const double fields[5] = {g.x, g.y, g.z, g.legLength, g.tyreRadius};
+        for (int f = 0; f < 5; ++f) {
+            auto& v = ref(c, gearNames[f]).values;
+            if (slot < v.size()) v[slot] = fields[f];
+        }
+    }
+    val(c, "sim/aircraft/view/acf_size_x") = a.sizeX;
+    val(c, "sim/aircraft/view/acf_size_z") = a.sizeZ;
+    val(c, "sim/aircraft/engine/acf_num_engines") = a.engineCount;
+    std::string& tail = ref(c, "sim/aircraft/view/acf_tailnum").bytes;
+    std::fill(tail.begin(), tail.end(), '\0');
+    std::copy_n(a.tailNumber.begin(), std::min(a.tailNumber.size(), tail.size() - 1), tail.begin());
+
+    c.world.groundY = c.opt.startElevationM;
+    c.world.holdAgl = -1;
+    c.world.commandedSpeed = 0;
+    val(c, "sim/flightmodel/position/local_x") = 0;
+    val(c, "sim/flightmodel/position/local_z") = 0;
+    val(c, "sim/flightmodel/position/local_y") = c.world.groundY + parkedHeight(a);
+    val(c, "sim/flightmodel/position/lat_ref") = c.opt.startLatDeg;
+    val(c, "sim/flightmodel/position/lon_ref") = c.opt.startLonDeg;
+    val(c, "sim/flightmodel/position/y_agl") = parkedHeight(a);
+    val(c, "sim/flightmodel/position/groundspeed") = 0;
+    writeAttitude(c, c.opt.startHeadingDeg, a.groundPitchDeg, 0);
+    val(c, "sim/flightmodel/position/magpsi") = val(c, "sim/flightmodel/position/psi");
+    val(c, "sim/flightmodel/position/mag_psi") = val(c, "sim/flightmodel/position/psi");
+    c.world.prevX = 0;
+    c.world.prevZ = 0;
+    c.world.qWritten = false;
+    ref(c, "sim/flightmodel/position/q").onWrite = [&c](DataRefRec&) { c.world.qWritten = true; };
+    updateGeodetic(c);
+
+    // Engines off, battery at its rest voltage, brake set: a parked aircraft.
+    std::fill(ref(c, n1Name(c)).values.begin(), ref(c, n1Name(c)).values.end(), 0.0);
+    auto& volts = ref(c, "sim/flightmodel/engine/ENGN_bat_volt").values;
+    std::fill(volts.begin(), volts.end(), 0.0);
+    for (int i = 0; i < a.engineCount && i < static_cast<int>(volts.size()); ++i)
+        volts[static_cast<size_t>(i)] = a.batteryVolts;
+    if (!ref(c, "sim/cockpit2/electrical/battery_voltage_actual_volts").removed)
+        val(c, "sim/cockpit2/electrical/battery_voltage_actual_volts") = a.batteryVolts;
+    val(c, "sim/flightmodel/controls/parkbrake") = a.parkingBrake ? 1 : 0;
+    for (int i = 0; i < 8; ++i) {
+        c.aircraft.engineRunning[i] = false;
+        c.aircraft.n1Percent[i] = 0;
+    }
+    c.world.shadow = c.aircraft;
+}
+
+void worldSetAttitude(HostCore& c, double psi, double theta, double phi) {
+    writeAttitude(c, psi, theta, phi);
+}
+
+double worldParkedHeight(const HostCore& c) {
+    return parkedHeight(c.aircraft);
+}
+
+void worldPushEdits(HostCore& c) {
+    Aircraft& a = c.aircraft;
+    Aircraft& s = c.world.shadow;
+    auto& n1 = ref(c, n1Name(c)).values;
+    for (int i = 0; i < 8 && i < static_cast<int>(n1.size()); ++i) {
+        if (a.n1Percent[i] != s.n1Percent[i]) {
+            n1[static_cast<size_t>(i)] = a.n1Percent[i];
+        } else if (a.engineRunning[i] != s.engineRunning[i]) {
+            n1[static_cast<size_t>(i)] = a.engineRunning[i] ? kIdleN1Percent : 0.0;
+        }
+    }
+    if (a.batteryVolts != s.batteryVolts) {
+        auto& volts = ref(c, "sim/flightmodel/engine/ENGN_bat_volt").values;
+        for (int i = 0; i < a.engineCount && i < static_cast<int>(volts.size()); ++i)
+            volts[static_cast<size_t>(i)] = a.batteryVolts;
+        if (!ref(c, "sim/cockpit2/electrical/battery_voltage_actual_volts").removed)
+            val(c, "sim/cockpit2/electrical/battery_voltage_actual_volts") = a.batteryVolts;
+    }
+    if (a.parkingBrake != s.parkingBrake)
+        val(c, "sim/flightmodel/controls/parkbrake") = a.parkingBrake ? 1 : 0;
+    worldPullState(c);
+}
+
+void worldPullState(HostCore& c) {
+    Aircraft& a = c.aircraft;
+    const auto& n1 = ref(c, n1Name(c)).values;
+    for (int i = 0; i < 8; ++i) {
+        double v = i < static_cast<int>(n1.size()) ? n1[static_cast<size_t>(i)] : 0.0;
+        a.n1Percent[i] = v;
+        a.engineRunning[i] = v > kRunningN1Percent;
+    }
+    a.batteryVolts = val(c, "sim/flightmodel/engine/ENGN_bat_volt");
+    a.parkingBrake = val(c, "sim/flightmodel/controls/parkbrake") > 0.5;
+    c.world.shadow = a;
+}
+
+void worldStep(HostCore& c, double dt) {
+    double& x = val(c, "sim/flightmodel/position/local_x");
+    double& z = val(c, "sim/flightmodel/position/local_z");
+    // q is the master orientation: the Euler angles follow it every frame.
+    const auto& qv = ref(c, "sim/flightmodel/position/q").values;
+    float q[4] = {static_cast<float>(qv[0]), static_cast<float>(qv[1]), static_cast<float>(qv[2]),
+                  static_cast<float>(qv[3])};
+    double psi = 0, theta = 0, phi = 0;
+    if (quaternionToEuler(q, psi, theta, phi)) {
+        val(c, "sim/flightmodel/position/psi") = psi;
+        val(c, ref(c, "sim/flightmodel/position/theta").removed ? "sim/flightmodel/position/the"
+                                                                : "sim/flightmodel/position/theta") = theta;
+        val(c, "sim/flightmodel/position/phi") = phi;
+    }
+    c.world.qWritten = false;
+    psi = val(c, "sim/flightmodel/position/psi");
+    if (c.world.commandedSpeed != 0) {
+        // Taxiing under the control API: along the heading, psi 0 = -z.
+        x += std::sin(psi * kDegToRad) * c.world.commandedSpeed * dt;
+        z -= std::cos(psi * kDegToRad) * c.world.commandedSpeed * dt;
+    }
+    const double parked = parkedHeight(c.aircraft);
+    const double agl = c.world.holdAgl >= 0 ? c.world.holdAgl : parked;
+    val(c, "sim/flightmodel/position/local_y") = c.world.groundY + agl;
+    val(c, "sim/flightmodel/position/y_agl") = agl;
+    if (dt > 0)
+        val(c, "sim/flightmodel/position/groundspeed") =
+            std::hypot(x - c.world.prevX, z - c.world.prevZ) / dt;
+    c.world.prevX = x;
+    c.world.prevZ = z;
+    val(c, "sim/flightmodel/position/magpsi") = psi;
+    val(c, "sim/flightmodel/position/mag_psi") = psi;
+    updateGeodetic(c);
+}
+
+} // namespace simhost::detail
