@@ -60,7 +60,9 @@ namespace HV_GNLUtils {
 
 XPLMMenuID GetHVMenuID() {
     if (gXPLMMenuID) return gXPLMMenuID;
-    if (XPLMDataRef published = XPLMFindDataRef(kHVMenuDataRef)) {
+    // A name whose publisher has gone (unregistered or unloaded) is not "good": take over.
+    XPLMDataRef published = XPLMFindDataRef(kHVMenuDataRef);
+    if (published && XPLMIsDataRefGood(published)) {
         gXPLMMenuID = ReadPublishedMenu(published);
         return gXPLMMenuID;
     }
