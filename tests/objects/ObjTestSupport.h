@@ -2,10 +2,15 @@
 #pragma once
 
 #include "objects/ObjModel.h"
+#include "support/Corpus.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <dirent.h>
+#include <vector>
 #include <cstdio>
 #include <fstream>
 #include <string>
@@ -88,6 +93,71 @@ inline void ExpectSameObj8(const XObj8& a, const XObj8& b, const std::string& wh
             }
         }
     }
+}
+
+/// The .obj files of a corpus folder ("obj8", "obj7"), sorted; empty when the corpus is absent.
+inline std::vector<std::string> CorpusFiles(const std::string& folder) {
+    std::vector<std::string> names;
+    if (DIR* d = opendir(kalvora_test::corpusPath(folder).c_str())) {
+        while (dirent* e = readdir(d)) {
+            const std::string name = e->d_name;
+            if (name.size() > 4 && name.compare(name.size() - 4, 4, ".obj") == 0)
+                names.push_back(kalvora_test::corpusPath(folder + "/" + name));
+        }
+        closedir(d);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+/// One triangle as 15 numbers (three times x y z s t), rounded to 1e-4 and rotated to start at its
+/// smallest vertex, so that the same triangle compares equal whichever vertex a file lists first.
+using Triangle = std::array<long, 15>;
+
+inline Triangle MakeTriangle(const float* const v[3], int stOffset) {
+    std::array<std::array<long, 5>, 3> verts;
+    for (int k = 0; k < 3; ++k) {
+        for (int d = 0; d < 3; ++d)
+            verts[k][d] = std::lround(v[k][d] * 1e4);
+        for (int d = 0; d < 2; ++d)
+            verts[k][3 + d] = std::lround(v[k][stOffset + d] * 1e4);
+    }
+    const int first = static_cast<int>(std::min_element(verts.begin(), verts.end()) - verts.begin());
+    Triangle t;
+    for (int k = 0; k < 3; ++k)
+        std::copy(verts[(first + k) % 3].begin(), verts[(first + k) % 3].end(), t.begin() + 5 * k);
+    return t;
+}
+
+/// The triangles of every level of an OBJ8 model, sorted, one list per level.
+inline std::vector<std::vector<Triangle>> TrianglesByLevel(const XObj8& o) {
+    std::vector<std::vector<Triangle>> levels;
+    for (const XObjLOD8& lod : o.lods) {
+        levels.emplace_back();
+        for (const XObjCmd8& c : lod.cmds) {
+            if (c.id != obj8_Tris) continue;
+            for (int i = c.idxOffset; i + 2 < c.idxOffset + c.idxCount; i += 3) {
+                const float* v[3] = {o.geoTris.get(o.indices[i]), o.geoTris.get(o.indices[i + 1]),
+                                     o.geoTris.get(o.indices[i + 2])};
+                levels.back().push_back(MakeTriangle(v, 6));
+            }
+        }
+        std::sort(levels.back().begin(), levels.back().end());
+    }
+    return levels;
+}
+
+/// Points of a colour pool (lines or lights), rounded to 1e-4, sorted.
+inline std::vector<std::array<long, 6>> ColourPoints(const ObjPointPool& pool) {
+    std::vector<std::array<long, 6>> out;
+    for (int i = 0; i < pool.count(); ++i) {
+        std::array<long, 6> p;
+        for (int d = 0; d < 6; ++d)
+            p[d] = std::lround(pool.get(i)[d] * 1e4);
+        out.push_back(p);
+    }
+    std::sort(out.begin(), out.end());
+    return out;
 }
 
 } // namespace objtest
