@@ -63,10 +63,15 @@ public:
     /// fade; `color`, when given, is drawn with that alpha too.
     void DrawTexturePeaceTransparent(float px1, float py1, float px2, float py2, int x, int y, int w, int h,
                                      float alpha, bool nightLit, float angle, const float* color);
+    /// Looks up the simulator values drawing reads (cockpit light levels, transparent
+    /// panel). Call at plug-in start; otherwise the first draw looks them up once.
+    static void FindDataRefs();
     /// Deletes one OpenGL texture name; forgets textureID when it is that name.
     void DeleteTexture(int textureName);
 
 private:
     bool TakeBitmap(int status, ImageInfo* info);
     void ApplyTint(bool nightLit, float alpha, const float* color, bool colorKeepsAlpha);
+    void DrawPiece(float px1, float py1, float px2, float py2, int x, int y, int w, int h, bool nightLit,
+                   float alpha, const float* color, bool colorKeepsAlpha, float angle);
 };

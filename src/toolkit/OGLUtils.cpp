@@ -41,6 +41,11 @@ void DrawString(const float* color, int x, int y, const char* text, int fontID) 
 
 } // namespace
 
+void HV_OGLUtils::FindDataRefs() {
+    HV_OGLUtils_UsePropFonts = XPLMFindDataRef("sim/graphics/misc/use_proportional_fonts");
+    gUsePropFontsLookedUp = true;
+}
+
 void HV_OGLUtils::DrawRect(int left, int top, int right, int bottom, const float* color, float lineWidth,
                            float alpha) {
     SetFlatDrawingState();

@@ -9,6 +9,9 @@
 #include <vector>
 
 namespace HV_OGLUtils {
+/// Looks up the simulator values text drawing uses. Call at plug-in start; otherwise the
+/// first text drawn looks them up once.
+void FindDataRefs();
 /// Outline: the four edges as GL_LINES of `lineWidth` pixels.
 void DrawRect(int left, int top, int right, int bottom, const float* color, float lineWidth, float alpha);
 /// Bevel: top and left edges in color1/width1, right and bottom in color2/width2; width <= 0 skips that half.

@@ -51,33 +51,6 @@ void ExpectMatchesReference(const std::string& name, bool sixteenBit) {
     EXPECT_EQ(alphaMismatches, 0);
 }
 
-/// Writes a PNG with libpng's writer: rows top first, optional gAMA and tRNS chunks.
-bool WritePng(const std::string& path, int width, int height, int colorType, int bitDepth,
-              const std::vector<unsigned char>& rowsTopFirst, double gamma,
-              const png_color_16* trns = nullptr) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) return false;
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png_create_info_struct(png);
-    if (setjmp(png_jmpbuf(png))) {
-        png_destroy_write_struct(&png, &info);
-        std::fclose(f);
-        return false;
-    }
-    png_init_io(png, f);
-    png_set_IHDR(png, info, width, height, bitDepth, colorType, PNG_INTERLACE_NONE,
-                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    if (gamma > 0) png_set_gAMA(png, info, gamma);
-    if (trns) png_set_tRNS(png, info, nullptr, 0, const_cast<png_color_16*>(trns));
-    png_write_info(png, info);
-    const size_t rowBytes = png_get_rowbytes(png, info);
-    for (int y = 0; y < height; ++y)
-        png_write_row(png, const_cast<unsigned char*>(rowsTopFirst.data() + rowBytes * y));
-    png_write_end(png, info);
-    png_destroy_write_struct(&png, &info);
-    return std::fclose(f) == 0;
-}
-
 std::vector<std::string> PngSuiteNames(char first) {
     std::vector<std::string> names;
     if (DIR* d = opendir(corpusPath("images/pngsuite").c_str())) {
@@ -190,7 +163,7 @@ TEST(PngFile, RowsComeBottomFirstAndGammaFollowsTheFile) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.fileGamma);
         const std::string path = kalvora_test::ScratchPath("rgb.png");
-        ASSERT_TRUE(WritePng(path, 2, 2, PNG_COLOR_TYPE_RGB, 8, rows, c.fileGamma));
+        ASSERT_TRUE(kalvora_test::WritePng(path, 2, 2, PNG_COLOR_TYPE_RGB, 8, rows, c.fileGamma));
         OwnedBitmap b;
         ASSERT_EQ(CreateBitmapFromPNG(path.c_str(), b.get()), 0);
         ASSERT_EQ(b->channels, 3);
@@ -205,7 +178,7 @@ TEST(PngFile, RowsComeBottomFirstAndGammaFollowsTheFile) {
 TEST(PngFile, GreyBecomesRgbAndSixteenBitsAreStripped) {
     const std::vector<unsigned char> grey16 = {0x12, 0x34, 0xff, 0xff, 0x00, 0x00, 0x80, 0x00};
     const std::string path = kalvora_test::ScratchPath("grey16.png");
-    ASSERT_TRUE(WritePng(path, 2, 2, PNG_COLOR_TYPE_GRAY, 16, grey16, 1.0 / kScreenGamma));
+    ASSERT_TRUE(kalvora_test::WritePng(path, 2, 2, PNG_COLOR_TYPE_GRAY, 16, grey16, 1.0 / kScreenGamma));
     OwnedBitmap b;
     ASSERT_EQ(CreateBitmapFromPNG(path.c_str(), b.get()), 0);
     ASSERT_EQ(b->channels, 3);
@@ -220,7 +193,7 @@ TEST(PngFile, GreyBecomesRgbAndSixteenBitsAreStripped) {
 TEST(PngFile, TruncatedAndMissingFilesAreRefused) {
     const std::vector<unsigned char> rows(4 * 4 * 3, 77);
     const std::string path = kalvora_test::ScratchPath("whole.png");
-    ASSERT_TRUE(WritePng(path, 4, 4, PNG_COLOR_TYPE_RGB, 8, rows, 0));
+    ASSERT_TRUE(kalvora_test::WritePng(path, 4, 4, PNG_COLOR_TYPE_RGB, 8, rows, 0));
     std::FILE* f = std::fopen(path.c_str(), "rb");
     ASSERT_NE(f, nullptr);
     std::vector<unsigned char> bytes(4096);
