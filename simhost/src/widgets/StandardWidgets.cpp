@@ -48,7 +48,9 @@ Rect rectOf(XPWidgetID w) {
     return r;
 }
 
-intptr_t prop(XPWidgetID w, XPWidgetPropertyID id) { return XPGetWidgetProperty(w, id, nullptr); }
+intptr_t prop(XPWidgetID w, XPWidgetPropertyID id) {
+    return XPGetWidgetProperty(w, id, nullptr);
+}
 
 bool enabled(XPWidgetID w) {
     int exists = 0;
@@ -61,7 +63,9 @@ std::string descriptorOf(XPWidgetID w) {
     return rec ? rec->descriptor : std::string();
 }
 
-const XPMouseState_t* mouseOf(intptr_t p1) { return reinterpret_cast<const XPMouseState_t*>(p1); }
+const XPMouseState_t* mouseOf(intptr_t p1) {
+    return reinterpret_cast<const XPMouseState_t*>(p1);
+}
 
 int fontHeight() {
     int h = 0;
@@ -90,8 +94,8 @@ void notify(XPWidgetID w, XPWidgetMessage msg, intptr_t p2 = 0) {
 // ------------------------------------------------------------------ main window
 
 Rect closeBoxOf(const Rect& window) {
-    return {window.r - kCloseBoxInsetPx - kCloseBoxPx, window.t - kCloseBoxInsetPx, window.r - kCloseBoxInsetPx,
-            window.t - kCloseBoxInsetPx - kCloseBoxPx};
+    return {window.r - kCloseBoxInsetPx - kCloseBoxPx, window.t - kCloseBoxInsetPx,
+            window.r - kCloseBoxInsetPx, window.t - kCloseBoxInsetPx - kCloseBoxPx};
 }
 
 /// Internal: 1 while the mouse went down on the close box and is still over it.
@@ -190,8 +194,8 @@ void drawButton(XPWidgetID w) {
     switch (prop(w, xpProperty_ButtonType)) {
     case xpRadioButton: {
         int mid = (r.t + r.b) / 2;
-        XPDrawElement(r.l, mid - kCheckBoxPx / 2, r.l + kCheckBoxPx, mid + kCheckBoxPx / 2, xpElement_CheckBox,
-                      prop(w, xpProperty_ButtonState) ? 1 : 0);
+        XPDrawElement(r.l, mid - kCheckBoxPx / 2, r.l + kCheckBoxPx, mid + kCheckBoxPx / 2,
+                      xpElement_CheckBox, prop(w, xpProperty_ButtonState) ? 1 : 0);
         drawText(textColour, r.l + kCheckBoxPx + kCaptionGapPx, centredBaseline(r.b, r.t), caption);
         break;
     }
@@ -269,7 +273,9 @@ std::string shownText(XPWidgetID w) {
     return text;
 }
 
-int clampIndex(intptr_t v, int length) { return static_cast<int>(std::clamp<intptr_t>(v, 0, length)); }
+int clampIndex(intptr_t v, int length) {
+    return static_cast<int>(std::clamp<intptr_t>(v, 0, length));
+}
 
 /// Scrolls so that the caret (SelEnd) is inside the field.
 void keepCaretVisible(XPWidgetID w) {
@@ -282,7 +288,8 @@ void keepCaretVisible(XPWidgetID w) {
     if (caret < scroll) scroll = caret;
     while (scroll < caret && textWidth(text.substr(scroll, caret - scroll)) > room)
         ++scroll;
-    if (scroll != prop(w, xpProperty_ScrollPosition)) XPSetWidgetProperty(w, xpProperty_ScrollPosition, scroll);
+    if (scroll != prop(w, xpProperty_ScrollPosition))
+        XPSetWidgetProperty(w, xpProperty_ScrollPosition, scroll);
 }
 
 void setSelection(XPWidgetID w, int start, int end) {
@@ -322,7 +329,8 @@ void drawTextField(XPWidgetID w) {
     int x0 = r.l + kTextInsetPx;
     bool focusedHere = XPGetWidgetWithFocus() == w;
     auto xOf = [&](int index) { return x0 + textWidth(text.substr(scroll, std::max(0, index - scroll))); };
-    if (focusedHere && selA != selB) XPLMDrawTranslucentDarkBox(xOf(std::max(selA, scroll)), r.t - 3, xOf(selB), r.b + 3);
+    if (focusedHere && selA != selB)
+        XPLMDrawTranslucentDarkBox(xOf(std::max(selA, scroll)), r.t - 3, xOf(selB), r.b + 3);
     // Only the characters that fit are drawn.
     int room = r.r - r.l - 2 * kTextInsetPx;
     int count = 0;
@@ -458,8 +466,8 @@ TrackLayout layoutOf(XPWidgetID w) {
     int vertical = 0;
     XPGetTrackMetrics(r.l, r.b, r.r, r.t, static_cast<int>(prop(w, xpProperty_ScrollBarMin)),
                       static_cast<int>(prop(w, xpProperty_ScrollBarMax)),
-                      static_cast<int>(prop(w, xpProperty_ScrollBarSliderPosition)), trackStyleOf(w), &vertical,
-                      &t.down, &t.downPage, &t.thumb, &t.upPage, &t.up);
+                      static_cast<int>(prop(w, xpProperty_ScrollBarSliderPosition)), trackStyleOf(w),
+                      &vertical, &t.down, &t.downPage, &t.thumb, &t.upPage, &t.up);
     t.vertical = vertical != 0;
     t.origin = t.vertical ? std::min(r.b, r.t) : std::min(r.l, r.r);
     return t;
@@ -561,25 +569,62 @@ int generalGraphicsFunc(XPWidgetMessage msg, XPWidgetID w, intptr_t, intptr_t) {
     intptr_t type = prop(w, xpProperty_GeneralGraphicsType);
     XPElementStyle style = xpElement_CustomObject;
     switch (type) {
-    case xpShip: style = xpElement_Ship; break;
-    case xpILSGlideScope: style = xpElement_ILSGlideScope; break;
-    case xpMarkerLeft: style = xpElement_MarkerLeft; break;
-    case xp_Airport: style = xpElement_Airport; break;
-    case xpNDB: style = xpElement_NDB; break;
-    case xpVOR: style = xpElement_VOR; break;
-    case xpRadioTower: style = xpElement_RadioTower; break;
-    case xpAircraftCarrier: style = xpElement_AircraftCarrier; break;
-    case xpFire: style = xpElement_Fire; break;
-    case xpMarkerRight: style = xpElement_MarkerRight; break;
-    case xpCoolingTower: style = xpElement_CoolingTower; break;
-    case xpSmokeStack: style = xpElement_SmokeStack; break;
-    case xpBuilding: style = xpElement_Building; break;
-    case xpPowerLine: style = xpElement_PowerLine; break;
-    case xpVORWithCompassRose: style = xpElement_VORWithCompassRose; break;
-    case xpOilPlatform: style = xpElement_OilPlatform; break;
-    case xpOilPlatformSmall: style = xpElement_OilPlatformSmall; break;
-    case xpWayPoint: style = xpElement_Waypoint; break;
-    default: break;
+    case xpShip:
+        style = xpElement_Ship;
+        break;
+    case xpILSGlideScope:
+        style = xpElement_ILSGlideScope;
+        break;
+    case xpMarkerLeft:
+        style = xpElement_MarkerLeft;
+        break;
+    case xp_Airport:
+        style = xpElement_Airport;
+        break;
+    case xpNDB:
+        style = xpElement_NDB;
+        break;
+    case xpVOR:
+        style = xpElement_VOR;
+        break;
+    case xpRadioTower:
+        style = xpElement_RadioTower;
+        break;
+    case xpAircraftCarrier:
+        style = xpElement_AircraftCarrier;
+        break;
+    case xpFire:
+        style = xpElement_Fire;
+        break;
+    case xpMarkerRight:
+        style = xpElement_MarkerRight;
+        break;
+    case xpCoolingTower:
+        style = xpElement_CoolingTower;
+        break;
+    case xpSmokeStack:
+        style = xpElement_SmokeStack;
+        break;
+    case xpBuilding:
+        style = xpElement_Building;
+        break;
+    case xpPowerLine:
+        style = xpElement_PowerLine;
+        break;
+    case xpVORWithCompassRose:
+        style = xpElement_VORWithCompassRose;
+        break;
+    case xpOilPlatform:
+        style = xpElement_OilPlatform;
+        break;
+    case xpOilPlatformSmall:
+        style = xpElement_OilPlatformSmall;
+        break;
+    case xpWayPoint:
+        style = xpElement_Waypoint;
+        break;
+    default:
+        break;
     }
     XPDrawElement(r.l, r.b, r.r, r.t, style, 0);
     return 1;
@@ -598,7 +643,8 @@ int progressFunc(XPWidgetMessage msg, XPWidgetID w, intptr_t, intptr_t) {
 
 bool closeBoxCentre(XPWidgetID mainWindow, int& x, int& y) {
     Widget* w = find(mainWindow);
-    if (!w || w->widgetClass != xpWidgetClass_MainWindow || !prop(mainWindow, xpProperty_MainWindowHasCloseBoxes))
+    if (!w || w->widgetClass != xpWidgetClass_MainWindow ||
+        !prop(mainWindow, xpProperty_MainWindowHasCloseBoxes))
         return false;
     Rect c = closeBoxOf(rectOf(mainWindow));
     x = (c.l + c.r) / 2;
@@ -608,15 +654,24 @@ bool closeBoxCentre(XPWidgetID mainWindow, int& x, int& y) {
 
 XPWidgetFunc_t classFunction(XPWidgetClass widgetClass) {
     switch (widgetClass) {
-    case xpWidgetClass_MainWindow: return mainWindowFunc;
-    case xpWidgetClass_SubWindow: return subWindowFunc;
-    case xpWidgetClass_Button: return buttonFunc;
-    case xpWidgetClass_TextField: return textFieldFunc;
-    case xpWidgetClass_ScrollBar: return scrollBarFunc;
-    case xpWidgetClass_Caption: return captionFunc;
-    case xpWidgetClass_GeneralGraphics: return generalGraphicsFunc;
-    case xpWidgetClass_Progress: return progressFunc;
-    default: return nullptr;
+    case xpWidgetClass_MainWindow:
+        return mainWindowFunc;
+    case xpWidgetClass_SubWindow:
+        return subWindowFunc;
+    case xpWidgetClass_Button:
+        return buttonFunc;
+    case xpWidgetClass_TextField:
+        return textFieldFunc;
+    case xpWidgetClass_ScrollBar:
+        return scrollBarFunc;
+    case xpWidgetClass_Caption:
+        return captionFunc;
+    case xpWidgetClass_GeneralGraphics:
+        return generalGraphicsFunc;
+    case xpWidgetClass_Progress:
+        return progressFunc;
+    default:
+        return nullptr;
     }
 }
 

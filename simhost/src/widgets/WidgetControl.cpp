@@ -45,15 +45,24 @@ void collect(Widget* w, const std::function<bool(const WidgetInfo&)>& pred, std:
 
 const char* className(int widgetClass) {
     switch (widgetClass) {
-    case xpWidgetClass_MainWindow: return "MainWindow";
-    case xpWidgetClass_SubWindow: return "SubWindow";
-    case xpWidgetClass_Button: return "Button";
-    case xpWidgetClass_TextField: return "TextField";
-    case xpWidgetClass_ScrollBar: return "ScrollBar";
-    case xpWidgetClass_Caption: return "Caption";
-    case xpWidgetClass_GeneralGraphics: return "GeneralGraphics";
-    case xpWidgetClass_Progress: return "Progress";
-    default: return "Custom";
+    case xpWidgetClass_MainWindow:
+        return "MainWindow";
+    case xpWidgetClass_SubWindow:
+        return "SubWindow";
+    case xpWidgetClass_Button:
+        return "Button";
+    case xpWidgetClass_TextField:
+        return "TextField";
+    case xpWidgetClass_ScrollBar:
+        return "ScrollBar";
+    case xpWidgetClass_Caption:
+        return "Caption";
+    case xpWidgetClass_GeneralGraphics:
+        return "GeneralGraphics";
+    case xpWidgetClass_Progress:
+        return "Progress";
+    default:
+        return "Custom";
     }
 }
 
@@ -88,8 +97,8 @@ std::string keyProperties(const Widget* w) {
 }
 
 void printTree(const Widget* w, int depth, std::ostringstream& out) {
-    out << std::string(static_cast<size_t>(depth) * 2, ' ') << className(w->widgetClass) << " \"" << w->descriptor
-        << "\" (" << w->left << "," << w->top << ")-(" << w->right << "," << w->bottom << ")"
+    out << std::string(static_cast<size_t>(depth) * 2, ' ') << className(w->widgetClass) << " \""
+        << w->descriptor << "\" (" << w->left << "," << w->top << ")-(" << w->right << "," << w->bottom << ")"
         << (w->visible ? "" : " hidden") << (w->isRoot ? " root" : "") << keyProperties(w) << "\n";
     for (const Widget* k : w->children)
         printTree(k, depth + 1, out);
@@ -108,13 +117,27 @@ void keyFor(char c, int& vk, int& flags) {
         vk = u;
     } else {
         switch (c) {
-        case '.': vk = XPLM_VK_PERIOD; break;
-        case ',': vk = XPLM_VK_COMMA; break;
-        case '-': vk = XPLM_VK_MINUS; break;
-        case '=': vk = XPLM_VK_EQUAL; break;
-        case '/': vk = XPLM_VK_SLASH; break;
-        case ';': vk = XPLM_VK_SEMICOLON; break;
-        default: vk = 0; break; // no key of its own: the character alone is sent
+        case '.':
+            vk = XPLM_VK_PERIOD;
+            break;
+        case ',':
+            vk = XPLM_VK_COMMA;
+            break;
+        case '-':
+            vk = XPLM_VK_MINUS;
+            break;
+        case '=':
+            vk = XPLM_VK_EQUAL;
+            break;
+        case '/':
+            vk = XPLM_VK_SLASH;
+            break;
+        case ';':
+            vk = XPLM_VK_SEMICOLON;
+            break;
+        default:
+            vk = 0;
+            break; // no key of its own: the character alone is sent
         }
     }
 }
@@ -139,7 +162,8 @@ bool widgetInfo(WidgetHandle w, WidgetInfo& out) {
     return true;
 }
 
-std::vector<WidgetHandle> findWidgets(const std::function<bool(const WidgetInfo&)>& pred, WidgetHandle under) {
+std::vector<WidgetHandle> findWidgets(const std::function<bool(const WidgetInfo&)>& pred,
+                                      WidgetHandle under) {
     std::vector<WidgetHandle> out;
     if (under) {
         if (Widget* w = widgets::find(under)) collect(w, pred, out);
@@ -198,7 +222,8 @@ bool clickWidget(Host& host, WidgetHandle w) {
 
 bool clickCloseBox(Host& host, WidgetHandle mainWindow) {
     int x = 0, y = 0;
-    if (!shownAndRooted(widgets::find(mainWindow)) || !widgets::closeBoxCentre(mainWindow, x, y)) return false;
+    if (!shownAndRooted(widgets::find(mainWindow)) || !widgets::closeBoxCentre(mainWindow, x, y))
+        return false;
     return host.click(x, y);
 }
 
@@ -229,10 +254,12 @@ bool dragSliderTo(Host& host, WidgetHandle scrollBar, int value) {
     if (!shownAndRooted(rec) || rec->widgetClass != xpWidgetClass_ScrollBar) return false;
     auto prop = [&](int id) { return static_cast<int>(XPGetWidgetProperty(scrollBar, id, nullptr)); };
     int lo = prop(xpProperty_ScrollBarMin), hi = prop(xpProperty_ScrollBarMax);
-    XPTrackStyle style = prop(xpProperty_ScrollBarType) == xpScrollBarTypeSlider ? xpTrack_Slider : xpTrack_ScrollBar;
+    XPTrackStyle style =
+        prop(xpProperty_ScrollBarType) == xpScrollBarTypeSlider ? xpTrack_Slider : xpTrack_ScrollBar;
     int vertical = 0, down = 0, downPage = 0, thumb = 0, upPage = 0, up = 0;
-    XPGetTrackMetrics(rec->left, rec->bottom, rec->right, rec->top, lo, hi, prop(xpProperty_ScrollBarSliderPosition),
-                      style, &vertical, &down, &downPage, &thumb, &upPage, &up);
+    XPGetTrackMetrics(rec->left, rec->bottom, rec->right, rec->top, lo, hi,
+                      prop(xpProperty_ScrollBarSliderPosition), style, &vertical, &down, &downPage, &thumb,
+                      &upPage, &up);
     int travel = downPage + upPage;
     int origin = vertical ? rec->bottom : rec->left;
     int across = vertical ? (rec->left + rec->right) / 2 : (rec->bottom + rec->top) / 2;
@@ -256,8 +283,9 @@ bool dragSliderTo(Host& host, WidgetHandle scrollBar, int value) {
         int now = prop(xpProperty_ScrollBarSliderPosition);
         if (now == value) break;
         bool towardsMax = (value > now) == (hi >= lo);
-        int arrowAlong = towardsMax ? origin + (vertical ? rec->top - rec->bottom : rec->right - rec->left) - up / 2
-                                    : origin + down / 2;
+        int arrowAlong = towardsMax
+                             ? origin + (vertical ? rec->top - rec->bottom : rec->right - rec->left) - up / 2
+                             : origin + down / 2;
         bool took = vertical ? host.click(across, arrowAlong) : host.click(arrowAlong, across);
         if (!took || prop(xpProperty_ScrollBarSliderPosition) == now) break; // stuck at an end
     }

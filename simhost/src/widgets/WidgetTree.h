@@ -31,18 +31,20 @@ struct Widget {
     std::string descriptor;
     XPWidgetClass widgetClass = xpWidgetClass_None; ///< 0 for custom widgets
     Widget* parent = nullptr;
-    std::vector<Widget*> children;            ///< drawing order: the last is on top
-    std::vector<XPWidgetFunc_t> callbacks;    ///< oldest (class function) first
+    std::vector<Widget*> children;         ///< drawing order: the last is on top
+    std::vector<XPWidgetFunc_t> callbacks; ///< oldest (class function) first
     std::map<XPWidgetPropertyID, intptr_t> properties;
-    XPLMWindowID window = nullptr;            ///< root widgets only
-    int owner = 0;                            ///< plug-in that created it
+    XPLMWindowID window = nullptr; ///< root widgets only
+    int owner = 0;                 ///< plug-in that created it
     bool alive = true;
 };
 
 /// The live widget behind a handle, or nullptr for 0, stale or foreign handles.
 Widget* find(XPWidgetID id);
 /// A widget's handle.
-inline XPWidgetID idOf(const Widget* w) { return const_cast<Widget*>(w); }
+inline XPWidgetID idOf(const Widget* w) {
+    return const_cast<Widget*>(w);
+}
 /// Every live widget without a parent (roots and loose widgets), in creation order.
 std::vector<Widget*> topLevel();
 /// The widget function of a standard class, or nullptr.

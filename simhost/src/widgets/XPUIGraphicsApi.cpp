@@ -163,10 +163,10 @@ void XPDrawElement(int inX1, int inY1, int inX2, int inY2, XPElementStyle inStyl
     case xpElement_CheckBoxLit:
         panel(box, kField);
         if (inLit || inStyle == xpElement_CheckBoxLit) { // a tick
-            line(box.l + box.w() * 0.2f, box.b + box.h() * 0.5f, box.l + box.w() * 0.42f, box.b + box.h() * 0.2f,
-                 kMark, 2);
-            line(box.l + box.w() * 0.42f, box.b + box.h() * 0.2f, box.r - box.w() * 0.15f, box.t - box.h() * 0.15f,
-                 kMark, 2);
+            line(box.l + box.w() * 0.2f, box.b + box.h() * 0.5f, box.l + box.w() * 0.42f,
+                 box.b + box.h() * 0.2f, kMark, 2);
+            line(box.l + box.w() * 0.42f, box.b + box.h() * 0.2f, box.r - box.w() * 0.15f,
+                 box.t - box.h() * 0.15f, kMark, 2);
         }
         break;
     case xpElement_WindowCloseBox:
@@ -240,8 +240,8 @@ void XPGetElementDefaultDimensions(XPElementStyle inStyle, int* outWidth, int* o
 }
 
 void XPGetTrackMetrics(int inX1, int inY1, int inX2, int inY2, int inMin, int inMax, int inValue,
-                       XPTrackStyle inTrackStyle, int* outIsVertical, int* outDownBtnSize, int* outDownPageSize,
-                       int* outThumbSize, int* outUpPageSize, int* outUpBtnSize) {
+                       XPTrackStyle inTrackStyle, int* outIsVertical, int* outDownBtnSize,
+                       int* outDownPageSize, int* outThumbSize, int* outUpPageSize, int* outUpBtnSize) {
     Box box(inX1, inY1, inX2, inY2);
     bool vertical = box.h() > box.w();
     int length = vertical ? box.h() : box.w();
@@ -249,7 +249,8 @@ void XPGetTrackMetrics(int inX1, int inY1, int inX2, int inY2, int inMin, int in
     int button = inTrackStyle == xpTrack_ScrollBar ? std::min(thickness, length / 3) : 0;
     int thumb = 0;
     if (inTrackStyle != xpTrack_Progress)
-        thumb = std::clamp(thickness, std::min(kMinThumbPx, length / 2), std::max(0, (length - 2 * button) / 2));
+        thumb =
+            std::clamp(thickness, std::min(kMinThumbPx, length / 2), std::max(0, (length - 2 * button) / 2));
     int travel = std::max(0, length - 2 * button - thumb);
     // The thumb's share of the travel: min at the left/bottom, max at the right/top.
     double fraction = 0;
@@ -263,14 +264,14 @@ void XPGetTrackMetrics(int inX1, int inY1, int inX2, int inY2, int inMin, int in
     if (outUpBtnSize) *outUpBtnSize = button;
 }
 
-void XPDrawTrack(int inX1, int inY1, int inX2, int inY2, int inMin, int inMax, int inValue, XPTrackStyle inTrackStyle,
-                 int inLit) {
+void XPDrawTrack(int inX1, int inY1, int inX2, int inY2, int inMin, int inMax, int inValue,
+                 XPTrackStyle inTrackStyle, int inLit) {
     if (!simhost::gfx::available()) return;
     FlatState state;
     Box box(inX1, inY1, inX2, inY2);
     int vertical = 0, down = 0, downPage = 0, thumb = 0, upPage = 0, up = 0;
-    XPGetTrackMetrics(inX1, inY1, inX2, inY2, inMin, inMax, inValue, inTrackStyle, &vertical, &down, &downPage,
-                      &thumb, &upPage, &up);
+    XPGetTrackMetrics(inX1, inY1, inX2, inY2, inMin, inMax, inValue, inTrackStyle, &vertical, &down,
+                      &downPage, &thumb, &upPage, &up);
     // A piece of the track from offset a to b along its length.
     auto piece = [&](int a, int b) {
         return vertical ? Box(box.l, box.b + a, box.r, box.b + b) : Box(box.l + a, box.b, box.l + b, box.t);

@@ -21,8 +21,8 @@ void XPUCreateWidgets(const XPWidgetCreate_t* inWidgetDefs, int inCount, XPWidge
             container = inParamParent;
         else if (d.containerIndex >= 0 && d.containerIndex < i) // a parent comes earlier in the table
             container = ioWidgets[d.containerIndex];
-        ioWidgets[i] = XPCreateWidget(d.left, d.top, d.right, d.bottom, d.visible, d.descriptor, d.isRoot, container,
-                                      d.widgetClass);
+        ioWidgets[i] = XPCreateWidget(d.left, d.top, d.right, d.bottom, d.visible, d.descriptor, d.isRoot,
+                                      container, d.widgetClass);
     }
 }
 
@@ -57,8 +57,8 @@ int XPUDefocusKeyboard(XPWidgetMessage inMessage, XPWidgetID inWidget, intptr_t,
     return inEatClick ? 1 : 0;
 }
 
-int XPUDragWidget(XPWidgetMessage inMessage, XPWidgetID inWidget, intptr_t inParam1, intptr_t, int inLeft, int inTop,
-                  int inRight, int inBottom) {
+int XPUDragWidget(XPWidgetMessage inMessage, XPWidgetID inWidget, intptr_t inParam1, intptr_t, int inLeft,
+                  int inTop, int inRight, int inBottom) {
     Widget* w = find(inWidget);
     if (!w || !inParam1) return 0;
     const auto* mouse = reinterpret_cast<const XPMouseState_t*>(inParam1);
@@ -71,8 +71,10 @@ int XPUDragWidget(XPWidgetMessage inMessage, XPWidgetID inWidget, intptr_t inPar
         return 1;
     case xpMsg_MouseDrag: {
         if (!XPGetWidgetProperty(inWidget, xpProperty_Dragging, nullptr)) return 0;
-        int dx = mouse->x - static_cast<int>(XPGetWidgetProperty(inWidget, xpProperty_DragXOff, nullptr)) - w->left;
-        int dy = mouse->y - static_cast<int>(XPGetWidgetProperty(inWidget, xpProperty_DragYOff, nullptr)) - w->top;
+        int dx = mouse->x - static_cast<int>(XPGetWidgetProperty(inWidget, xpProperty_DragXOff, nullptr)) -
+                 w->left;
+        int dy =
+            mouse->y - static_cast<int>(XPGetWidgetProperty(inWidget, xpProperty_DragYOff, nullptr)) - w->top;
         // The whole tree moves with the widget, as a window does.
         if (dx || dy) moveTree(w, dx, dy);
         return 1;

@@ -16,6 +16,7 @@ namespace {
 /// Everything the widget library keeps; it belongs to the live host.
 struct State {
     detail::HostCore* host = nullptr;         ///< the host these widgets belong to
+    std::string hostSandbox;                  ///< and its sandbox: a new host may reuse the address
     std::vector<std::unique_ptr<Widget>> all; ///< live widgets, creation order
     std::unordered_set<const Widget*> live;
     std::vector<std::unique_ptr<Widget>> graveyard; ///< destroyed, freed when no dispatch runs
@@ -34,7 +35,7 @@ State& S() {
 void syncWithHost() {
     State& s = S();
     detail::HostCore* now = detail::core();
-    if (s.host == now) return;
+    if (s.host == now && (!now || now->sandbox == s.hostSandbox)) return;
     if (s.depth == 0) {
         s.all.clear();
         s.graveyard.clear();
@@ -47,6 +48,7 @@ void syncWithHost() {
     s.focus = nullptr;
     s.mouseTarget = nullptr;
     s.host = now;
+    s.hostSandbox = now ? now->sandbox : std::string();
 }
 
 /// Marks a dispatch as running; the outermost one frees destroyed widgets.
@@ -224,7 +226,9 @@ int rootWheelCallBack(XPLMWindowID, int x, int y, int wheel, int clicks, void* r
     return 1;
 }
 
-int rootRightClickCallBack(XPLMWindowID, int, int, XPLMMouseStatus, void*) { return 1; }
+int rootRightClickCallBack(XPLMWindowID, int, int, XPLMMouseStatus, void*) {
+    return 1;
+}
 
 XPLMWindowID createRootWindow(Widget* w) {
     XPLMCreateWindow_t params{};
@@ -422,8 +426,9 @@ using namespace simhost::widgets;
 
 extern "C" {
 
-XPWidgetID XPCreateWidget(int inLeft, int inTop, int inRight, int inBottom, int inVisible, const char* inDescriptor,
-                          int inIsRoot, XPWidgetID inContainer, XPWidgetClass inClass) {
+XPWidgetID XPCreateWidget(int inLeft, int inTop, int inRight, int inBottom, int inVisible,
+                          const char* inDescriptor, int inIsRoot, XPWidgetID inContainer,
+                          XPWidgetClass inClass) {
     return create(inLeft, inTop, inRight, inBottom, inVisible, inDescriptor, inIsRoot, inContainer, inClass,
                   classFunction(inClass));
 }
@@ -442,8 +447,8 @@ void XPDestroyWidget(XPWidgetID inWidget, int inDestroyChildren) {
     destroyTree(w, inDestroyChildren != 0, 0);
 }
 
-int XPSendMessageToWidget(XPWidgetID inWidget, XPWidgetMessage inMessage, XPDispatchMode inMode, intptr_t inParam1,
-                          intptr_t inParam2) {
+int XPSendMessageToWidget(XPWidgetID inWidget, XPWidgetMessage inMessage, XPDispatchMode inMode,
+                          intptr_t inParam1, intptr_t inParam2) {
     return dispatch(find(inWidget), inMessage, inMode, inParam1, inParam2);
 }
 
@@ -502,7 +507,9 @@ void XPHideWidget(XPWidgetID inWidget) {
     if (w->alive) dispatch(w, xpMsg_Hidden, xpMode_UpChain, reinterpret_cast<intptr_t>(w), 0);
 }
 
-int XPIsWidgetVisible(XPWidgetID inWidget) { return visibleThroughParents(find(inWidget)) ? 1 : 0; }
+int XPIsWidgetVisible(XPWidgetID inWidget) {
+    return visibleThroughParents(find(inWidget)) ? 1 : 0;
+}
 
 XPWidgetID XPFindRootWidget(XPWidgetID inWidget) {
     Widget* root = rootOf(find(inWidget));
@@ -543,7 +550,8 @@ void XPSetWidgetGeometry(XPWidgetID inWidget, int inLeft, int inTop, int inRight
     w->right = inRight;
     w->bottom = inBottom;
     if (w->window) XPLMSetWindowGeometry(w->window, inLeft, inTop, inRight, inBottom);
-    dispatch(w, xpMsg_Reshape, xpMode_UpChain, reinterpret_cast<intptr_t>(w), reinterpret_cast<intptr_t>(&change));
+    dispatch(w, xpMsg_Reshape, xpMode_UpChain, reinterpret_cast<intptr_t>(w),
+             reinterpret_cast<intptr_t>(&change));
 }
 
 XPWidgetID XPGetWidgetForLocation(XPWidgetID inContainer, int inXOffset, int inYOffset, int inRecursive,
@@ -554,12 +562,14 @@ XPWidgetID XPGetWidgetForLocation(XPWidgetID inContainer, int inXOffset, int inY
         Widget* k = *it;
         if (inVisibleOnly && !k->visible) continue;
         if (!contains(k, inXOffset, inYOffset)) continue;
-        return inRecursive ? XPGetWidgetForLocation(idOf(k), inXOffset, inYOffset, 1, inVisibleOnly) : idOf(k);
+        return inRecursive ? XPGetWidgetForLocation(idOf(k), inXOffset, inYOffset, 1, inVisibleOnly)
+                           : idOf(k);
     }
     return idOf(w);
 }
 
-void XPGetWidgetExposedGeometry(XPWidgetID inWidgetID, int* outLeft, int* outTop, int* outRight, int* outBottom) {
+void XPGetWidgetExposedGeometry(XPWidgetID inWidgetID, int* outLeft, int* outTop, int* outRight,
+                                int* outBottom) {
     Widget* w = find(inWidgetID);
     int l = 0, t = 0, r = 0, b = 0;
     if (w) {
@@ -594,7 +604,8 @@ int XPGetWidgetDescriptor(XPWidgetID inWidget, char* outDescriptor, int inMaxDes
     }
     int length = static_cast<int>(w->descriptor.size());
     // strncpy semantics: no terminating NUL when the buffer is too short.
-    if (outDescriptor && inMaxDescLength > 0) std::strncpy(outDescriptor, w->descriptor.c_str(), inMaxDescLength);
+    if (outDescriptor && inMaxDescLength > 0)
+        std::strncpy(outDescriptor, w->descriptor.c_str(), inMaxDescLength);
     return length;
 }
 
@@ -678,6 +689,8 @@ void XPAddWidgetCallback(XPWidgetID inWidget, XPWidgetFunc_t inNewCallback) {
     callOne(w, inNewCallback, xpMsg_Create, 1, 0);
 }
 
-XPWidgetFunc_t XPGetWidgetClassFunc(XPWidgetClass inWidgetClass) { return classFunction(inWidgetClass); }
+XPWidgetFunc_t XPGetWidgetClassFunc(XPWidgetClass inWidgetClass) {
+    return classFunction(inWidgetClass);
+}
 
 } // extern "C"

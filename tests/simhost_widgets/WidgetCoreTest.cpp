@@ -1,0 +1,299 @@
+// The widget tree: properties, descriptors, visibility, dispatch, focus and destruction.
+#include "WidgetFixture.h"
+
+#include <cstring>
+
+namespace simhost::testing {
+namespace {
+
+constexpr XPWidgetMessage kProbe = xpMsg_UserStart + 1; // a message no class understands
+
+using WidgetTree = WidgetTest;
+using WidgetDispatch = WidgetTest;
+using WidgetFocus = WidgetTest;
+using WidgetDestruction = WidgetTest;
+
+TEST_F(WidgetTree, PropertiesReadZeroUntilSet) {
+    XPWidgetID w = mainWindow(100, 400, 300, 200);
+    int exists = -1;
+    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), 0);
+    EXPECT_EQ(exists, 0);
+    XPSetWidgetProperty(w, xpProperty_UserStart + 7, -42);
+    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), -42);
+    EXPECT_EQ(exists, 1);
+    XPSetWidgetProperty(w, xpProperty_UserStart + 7, 0); // set to 0 still exists
+    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), 0);
+    EXPECT_EQ(exists, 1);
+    EXPECT_EQ(XPGetWidgetProperty(nullptr, xpProperty_Refcon, &exists), 0);
+    EXPECT_EQ(exists, 0);
+    // Setting a property tells the widget directly.
+    XPAddWidgetCallback(w, recordA);
+    seen().clear();
+    XPSetWidgetProperty(w, xpProperty_Refcon, 99);
+    auto changes = seenOf(xpMsg_PropertyChanged);
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].p1, xpProperty_Refcon);
+    EXPECT_EQ(changes[0].p2, 99);
+}
+
+TEST_F(WidgetTree, DescriptorsCopyLikeStrncpyAndReturnTheFullLength) {
+    XPWidgetID w = mainWindow(100, 400, 300, 200, "Kalvora push-back");
+    EXPECT_EQ(XPGetWidgetDescriptor(w, nullptr, 0), 17);
+    char small[8];
+    std::memset(small, 'x', sizeof small);
+    EXPECT_EQ(XPGetWidgetDescriptor(w, small, 7), 17);
+    EXPECT_EQ(std::string(small, 7), "Kalvora");
+    EXPECT_EQ(small[7], 'x'); // nothing written past the length given
+    char big[64];
+    XPGetWidgetDescriptor(w, big, sizeof big);
+    EXPECT_STREQ(big, "Kalvora push-back");
+    XPSetWidgetDescriptor(w, nullptr);
+    EXPECT_EQ(widgetDescriptor(w), "");
+}
+
+TEST_F(WidgetTree, ChildrenParentsAndRoots) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID a = child(root, xpWidgetClass_Caption, 110, 380, 200, 360, "a");
+    XPWidgetID b = child(root, xpWidgetClass_Caption, 110, 350, 200, 330, "b");
+    XPWidgetID loose = XPCreateWidget(0, 10, 10, 0, 1, "loose", 0, nullptr, xpWidgetClass_Caption);
+    EXPECT_EQ(XPCountChildWidgets(root), 2);
+    EXPECT_EQ(XPGetNthChildWidget(root, 1), b);
+    EXPECT_EQ(XPGetNthChildWidget(root, 2), nullptr);
+    EXPECT_EQ(XPGetNthChildWidget(root, -1), nullptr);
+    EXPECT_EQ(XPGetParentWidget(a), root);
+    EXPECT_EQ(XPGetParentWidget(root), nullptr);
+    EXPECT_EQ(XPFindRootWidget(a), root);
+    EXPECT_EQ(XPFindRootWidget(loose), nullptr);
+    EXPECT_NE(XPGetWidgetUnderlyingWindow(root), nullptr);
+    // Placing moves the widget to the end of its new parent's children and keeps its coordinates.
+    XPPlaceWidgetWithin(loose, a);
+    EXPECT_EQ(XPGetParentWidget(loose), a);
+    EXPECT_EQ(XPFindRootWidget(loose), root);
+    XPPlaceWidgetWithin(a, loose); // a cycle is refused
+    EXPECT_EQ(XPGetParentWidget(a), root);
+    XPPlaceWidgetWithin(loose, nullptr);
+    EXPECT_EQ(XPGetParentWidget(loose), nullptr);
+    int l, t, r, bt;
+    XPGetWidgetGeometry(loose, &l, &t, &r, &bt);
+    EXPECT_EQ(l, 0);
+    EXPECT_EQ(t, 10);
+    XPGetWidgetGeometry(loose, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(XPCreateWidget(0, 1, 1, 0, 1, "bad", 0, nullptr, 99), nullptr); // no such class
+}
+
+TEST_F(WidgetTree, VisibilityFollowsParentsAndReachesTheWindow) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID box = child(root, xpWidgetClass_SubWindow, 110, 380, 290, 210);
+    XPWidgetID button = child(box, xpWidgetClass_Button, 120, 300, 200, 280, "Go");
+    XPAddWidgetCallback(root, recordA);
+    seen().clear();
+    EXPECT_TRUE(XPIsWidgetVisible(button));
+    XPHideWidget(box);
+    EXPECT_FALSE(XPIsWidgetVisible(button));
+    EXPECT_FALSE(clickWidget(*host, button));
+    auto hidden = seenOf(xpMsg_Hidden); // reported up the chain with the hidden widget
+    ASSERT_EQ(hidden.size(), 1u);
+    EXPECT_EQ(hidden[0].p1, reinterpret_cast<intptr_t>(box));
+    XPShowWidget(box);
+    EXPECT_TRUE(XPIsWidgetVisible(button));
+    EXPECT_EQ(seenOf(xpMsg_Shown).size(), 1u);
+    // A hidden root hides its XPLM window.
+    XPHideWidget(root);
+    bool anyVisible = false;
+    for (const WindowInfo& w : host->windows())
+        anyVisible |= w.visible;
+    EXPECT_FALSE(anyVisible);
+    EXPECT_FALSE(XPIsWidgetVisible(button));
+}
+
+TEST_F(WidgetTree, ExposedGeometryIsClippedByEveryParentAndLocationFindsTheTopChild) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID box = child(root, xpWidgetClass_SubWindow, 150, 350, 250, 250);
+    XPWidgetID wide = child(box, xpWidgetClass_Caption, 50, 300, 400, 280);
+    int l, t, r, b;
+    XPGetWidgetExposedGeometry(wide, &l, &t, &r, &b);
+    EXPECT_EQ(l, 150);
+    EXPECT_EQ(r, 250);
+    EXPECT_EQ(t, 300);
+    EXPECT_EQ(b, 280);
+    EXPECT_EQ(XPGetWidgetForLocation(root, 200, 290, 1, 1), wide);
+    EXPECT_EQ(XPGetWidgetForLocation(root, 200, 290, 0, 1), box);
+    EXPECT_EQ(XPGetWidgetForLocation(root, 120, 220, 1, 1), root);
+    EXPECT_EQ(XPGetWidgetForLocation(root, 10, 10, 1, 1), nullptr);
+    XPHideWidget(wide);
+    EXPECT_EQ(XPGetWidgetForLocation(root, 200, 290, 1, 1), box);
+    EXPECT_EQ(XPGetWidgetForLocation(root, 200, 290, 1, 0), wide);
+}
+
+TEST_F(WidgetTree, ReshapeTravelsUpAndFixedLayoutCarriesChildren) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID label = child(root, xpWidgetClass_Caption, 110, 380, 200, 360, "label");
+    XPAddWidgetCallback(root, XPUFixedLayout);
+    XPAddWidgetCallback(root, recordA);
+    seen().clear();
+    XPUMoveWidgetBy(root, 30, -20);
+    int l, t, r, b;
+    XPGetWidgetGeometry(label, &l, &t, &r, &b);
+    EXPECT_EQ(l, 140);
+    EXPECT_EQ(t, 360);
+    auto reshapes = seenOf(xpMsg_Reshape);
+    ASSERT_FALSE(reshapes.empty());
+    EXPECT_EQ(reshapes[0].p1, reinterpret_cast<intptr_t>(root));
+    // The window behind the root moved too.
+    ASSERT_EQ(host->windows().size(), 1u);
+    EXPECT_EQ(host->windows()[0].left, 130);
+    EXPECT_EQ(host->windows()[0].top, 380);
+}
+
+TEST_F(WidgetDispatch, CallbacksAreTriedNewestFirstUntilOneHandles) {
+    XPWidgetID w = XPCreateCustomWidget(0, 10, 10, 0, 1, "", 0, nullptr, recordA);
+    XPAddWidgetCallback(w, recordAndHandle);
+    XPAddWidgetCallback(w, recordB);
+    ASSERT_EQ(seenOf(xpMsg_Create).size(), 3u); // creation (p1 0), then each subclass (p1 1)
+    EXPECT_EQ(seenOf(xpMsg_Create)[0].p1, 0);
+    EXPECT_EQ(seenOf(xpMsg_Create)[1].p1, 1);
+    seen().clear();
+    EXPECT_EQ(XPSendMessageToWidget(w, kProbe, xpMode_Direct, 5, 6), 1);
+    ASSERT_EQ(seen().size(), 2u);
+    EXPECT_EQ(seen()[0].by, "B");
+    EXPECT_EQ(seen()[1].by, "H");
+    EXPECT_EQ(seen()[1].p1, 5);
+    EXPECT_EQ(seen()[1].p2, 6);
+
+    seen().clear();
+    EXPECT_EQ(XPSendMessageToWidget(w, kProbe, xpMode_DirectAllCallbacks, 0, 0), 1);
+    ASSERT_EQ(seen().size(), 3u);
+    EXPECT_EQ(seen()[2].by, "A");
+
+    seen().clear();
+    EXPECT_EQ(XPSendMessageToWidget(w, kProbe, xpMode_Once, 0, 0), 0); // only B, which declines
+    ASSERT_EQ(seen().size(), 1u);
+    EXPECT_EQ(seen()[0].by, "B");
+    EXPECT_EQ(XPSendMessageToWidget(nullptr, kProbe, xpMode_Direct, 0, 0), 0);
+}
+
+TEST_F(WidgetDispatch, UpChainClimbsAndRecursiveDescends) {
+    XPWidgetID top = XPCreateCustomWidget(0, 100, 100, 0, 1, "top", 0, nullptr, recordA);
+    XPWidgetID mid = XPCreateCustomWidget(0, 90, 90, 0, 1, "mid", 0, top, recordA);
+    XPWidgetID leaf = XPCreateCustomWidget(0, 80, 80, 0, 1, "leaf", 0, mid, recordA);
+    XPWidgetID sibling = XPCreateCustomWidget(0, 80, 80, 0, 1, "sibling", 0, top, recordA);
+    auto order = [] {
+        std::vector<std::string> names;
+        for (const Seen& s : seen())
+            names.push_back(widgetDescriptor(s.widget));
+        return names;
+    };
+    seen().clear();
+    EXPECT_EQ(XPSendMessageToWidget(leaf, kProbe, xpMode_UpChain, 0, 0), 0);
+    EXPECT_EQ(order(), (std::vector<std::string>{"leaf", "mid", "top"}));
+    seen().clear();
+    XPSendMessageToWidget(top, kProbe, xpMode_Recursive, 0, 0);
+    EXPECT_EQ(order(), (std::vector<std::string>{"top", "mid", "leaf", "sibling"}));
+    seen().clear();
+    XPSendMessageToWidget(mid, kProbe, xpMode_Direct, 0, 0);
+    EXPECT_EQ(order(), (std::vector<std::string>{"mid"}));
+    // A handler part-way up stops the climb.
+    XPAddWidgetCallback(mid, recordAndHandle);
+    seen().clear();
+    EXPECT_EQ(XPSendMessageToWidget(leaf, kProbe, xpMode_UpChain, 0, 0), 1);
+    EXPECT_EQ(order(), (std::vector<std::string>{"leaf", "mid"}));
+    (void)sibling;
+}
+
+TEST_F(WidgetFocus, OnlyWidgetsThatAcceptTakeTheKeyboard) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID field = child(root, xpWidgetClass_TextField, 110, 380, 290, 360, "abc");
+    XPWidgetID label = child(root, xpWidgetClass_Caption, 110, 350, 290, 330, "label");
+    EXPECT_EQ(XPSetKeyboardFocus(field), field);
+    EXPECT_EQ(XPGetWidgetWithFocus(), field);
+    EXPECT_EQ(XPSetKeyboardFocus(label), field); // a caption refuses; focus stays
+    // Keys now go to the widget's window.
+    bool windowHasKeys = false;
+    for (const WindowInfo& w : host->windows())
+        windowHasKeys |= w.hasKeyboardFocus;
+    EXPECT_TRUE(windowHasKeys);
+    XPLoseKeyboardFocus(field); // no ancestor accepts: back to X-Plane
+    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
+    XPSetKeyboardFocus(field);
+    XPHideWidget(root); // hiding takes focus away
+    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
+}
+
+TEST_F(WidgetDestruction, DestroyingATreeTellsEveryWidgetAndLeavesNoHandle) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID box = child(root, xpWidgetClass_SubWindow, 110, 380, 290, 210);
+    XPWidgetID button = child(box, xpWidgetClass_Button, 120, 300, 200, 280, "Go");
+    XPAddWidgetCallback(root, recordA);
+    XPAddWidgetCallback(button, recordB);
+    XPSetKeyboardFocus(child(box, xpWidgetClass_TextField, 120, 270, 200, 250, ""));
+    seen().clear();
+    XPDestroyWidget(root, 1);
+    auto destroys = seenOf(xpMsg_Destroy);
+    ASSERT_EQ(destroys.size(), 2u); // the two recorders: the button first, with its parent
+    EXPECT_EQ(destroys[0].widget, button);
+    EXPECT_EQ(destroys[0].p1, 1);
+    EXPECT_EQ(destroys[1].widget, root);
+    EXPECT_EQ(destroys[1].p1, 0);
+    EXPECT_EQ(XPCountChildWidgets(root), 0);
+    EXPECT_EQ(XPGetParentWidget(button), nullptr);
+    EXPECT_EQ(widgetDescriptor(button), "");
+    EXPECT_FALSE(XPIsWidgetVisible(box));
+    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
+    EXPECT_TRUE(host->windows().empty());
+    EXPECT_TRUE(topLevelWidgets().empty());
+    XPDestroyWidget(root, 1); // a stale handle is harmless
+}
+
+TEST_F(WidgetDestruction, WithoutChildrenTheyAreOrphanedAndStayAlive) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID label = child(root, xpWidgetClass_Caption, 110, 380, 200, 360, "still here");
+    XPDestroyWidget(root, 0);
+    EXPECT_EQ(XPGetParentWidget(label), nullptr);
+    EXPECT_EQ(widgetDescriptor(label), "still here");
+    EXPECT_EQ(XPFindRootWidget(label), nullptr);
+}
+
+/// A button handler that destroys the window it sits in, as a dialog's OK does.
+int destroyWindowOnPress(XPWidgetMessage msg, XPWidgetID w, intptr_t p1, intptr_t) {
+    if (msg != xpMsg_PushButtonPressed) return 0;
+    seen().push_back({"closer", msg, w, p1, 0});
+    XPDestroyWidget(XPFindRootWidget(w), 1);
+    return 1;
+}
+
+TEST_F(WidgetDestruction, AHandlerMayDestroyItsOwnWindowMidClick) {
+    XPWidgetID root = mainWindow(100, 400, 300, 200);
+    XPWidgetID ok = child(root, xpWidgetClass_Button, 150, 250, 250, 230, "OK");
+    XPAddWidgetCallback(root, destroyWindowOnPress);
+    EXPECT_TRUE(clickWidget(*host, ok));
+    ASSERT_EQ(seenOf(xpMsg_PushButtonPressed).size(), 1u);
+    EXPECT_TRUE(topLevelWidgets().empty());
+    EXPECT_TRUE(host->windows().empty());
+    host->runFrames(2);
+}
+
+TEST_F(WidgetTree, CreateWidgetsFromATable) {
+    XPWidgetID outer = mainWindow(0, 700, 400, 300);
+    XPWidgetCreate_t table[] = {
+        {100, 600, 300, 400, 1, "Panel", 0, PARAM_PARENT, xpWidgetClass_SubWindow},
+        {110, 590, 200, 570, 1, "Name", 0, 0, xpWidgetClass_Caption},
+        {210, 590, 290, 570, 1, "", 0, 0, xpWidgetClass_TextField},
+        {0, 10, 10, 0, 1, "Loose", 0, NO_PARENT, xpWidgetClass_Caption},
+    };
+    XPWidgetID ids[WIDGET_COUNT(table)] = {};
+    XPUCreateWidgets(table, WIDGET_COUNT(table), outer, ids);
+    EXPECT_EQ(XPGetParentWidget(ids[0]), outer);
+    EXPECT_EQ(XPGetParentWidget(ids[1]), ids[0]);
+    EXPECT_EQ(XPGetParentWidget(ids[2]), ids[0]);
+    EXPECT_EQ(XPGetParentWidget(ids[3]), nullptr);
+    EXPECT_EQ(findWidget("Name"), ids[1]);
+    EXPECT_EQ(findWidgetByClass(xpWidgetClass_TextField), ids[2]);
+    EXPECT_EQ(findWidgetByClass(xpWidgetClass_Caption, ids[0], 0), ids[1]);
+    EXPECT_EQ(findWidgetByClass(xpWidgetClass_Caption, ids[0], 1), nullptr);
+    std::string tree = widgetTree();
+    EXPECT_NE(tree.find("MainWindow \"Window\""), std::string::npos) << tree;
+    EXPECT_NE(tree.find("\n    Caption \"Name\""), std::string::npos) << tree; // two levels down
+}
+
+} // namespace
+} // namespace simhost::testing

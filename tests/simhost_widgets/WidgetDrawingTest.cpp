@@ -1,0 +1,66 @@
+// Widgets drawn for real: a window with its controls in a screenshot.
+#include "WidgetFixture.h"
+
+#include "graphics/GraphicsHooks.h"
+
+#include <filesystem>
+
+namespace simhost::testing {
+namespace {
+
+class WidgetDrawing : public WidgetTest {
+protected:
+    HostOptions options() override {
+        HostOptions o;
+        o.render = true;
+        return o;
+    }
+};
+
+TEST_F(WidgetDrawing, AWindowAndItsControlsAppearInTheFrame) {
+    if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL rendering here";
+    XPWidgetID window = mainWindow(100, 500, 400, 300, "Controls");
+    XPSetWidgetProperty(window, xpProperty_MainWindowHasCloseBoxes, 1);
+    XPWidgetID button = child(window, xpWidgetClass_Button, 120, 460, 220, 440, "OK");
+    XPWidgetID check = child(window, xpWidgetClass_Button, 120, 430, 260, 414, "Check me");
+    XPSetWidgetProperty(check, xpProperty_ButtonType, xpRadioButton);
+    XPSetWidgetProperty(check, xpProperty_ButtonBehavior, xpButtonBehaviorCheckBox);
+    XPSetWidgetProperty(check, xpProperty_ButtonState, 1);
+    child(window, xpWidgetClass_TextField, 120, 400, 380, 380, "Text field");
+    XPWidgetID bar = child(window, xpWidgetClass_ScrollBar, 120, 370, 380, 354);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarMax, 10);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarSliderPosition, 3);
+    child(window, xpWidgetClass_Caption, 120, 345, 380, 330, "A caption");
+    XPWidgetID progress = child(window, xpWidgetClass_Progress, 120, 325, 380, 310);
+    XPSetWidgetProperty(progress, xpProperty_ProgressMax, 100);
+    XPSetWidgetProperty(progress, xpProperty_ProgressPosition, 40);
+
+    std::string path = (std::filesystem::temp_directory_path() / "simhost_widgets_window.png").string();
+    std::string why;
+    ASSERT_TRUE(screenshotWidget(*host, window, path, &why)) << why;
+    EXPECT_GT(std::filesystem::file_size(path), 100u);
+    std::filesystem::remove(path);
+
+    // The window body is drawn over the sky, and the button differs from the body.
+    gfx::Image frame;
+    ASSERT_TRUE(gfx::readFrame(frame));
+    uint32_t body = frame.at(390, 420); // right of every control
+    uint32_t sky = frame.at(50, 50);
+    EXPECT_NE(body, sky);
+    EXPECT_NE(frame.at(125, 455), body);
+    // The caption text puts dark pixels into the caption's box.
+    int dark = 0;
+    for (int y = 330; y < 345; ++y)
+        for (int x = 120; x < 200; ++x)
+            if ((frame.at(x, y) >> 24) < 60) ++dark;
+    EXPECT_GT(dark, 10);
+
+    // A hidden button is not drawn: its area shows the window body.
+    XPHideWidget(button);
+    host->runFrames(1);
+    ASSERT_TRUE(gfx::readFrame(frame));
+    EXPECT_EQ(frame.at(125, 455), body);
+}
+
+} // namespace
+} // namespace simhost::testing
