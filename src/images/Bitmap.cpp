@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kStatusNoMemory = ENOMEM; // 12
 constexpr long kRowAlignBytes = 4;      // BMP rows are multiples of 4 bytes
+constexpr long kMaxSide = 1L << 24;     // pixels; keeps every byte count far inside a long
 
 /// Bytes needed to bring `rowBytes` up to a multiple of 4.
 long RowPadFor(long rowBytes) {
@@ -26,9 +27,13 @@ int CreateNewBitmap(long width, long height, short channels, ImageInfo* info) {
     info->width = width;
     info->height = height;
     info->channels = channels;
-    info->pad = RowPadFor(width * channels);
     info->data = nullptr;
-    if (width < 0 || height < 0 || channels <= 0) return kStatusNoMemory;
+    // Sizes whose byte count would not fit are refused like a failed allocation.
+    if (width < 0 || height < 0 || channels <= 0 || width > kMaxSide || height > kMaxSide) {
+        info->pad = 0;
+        return kStatusNoMemory;
+    }
+    info->pad = RowPadFor(width * channels);
     size_t bytes = static_cast<size_t>(height) * static_cast<size_t>(width * channels + info->pad);
     info->data = static_cast<unsigned char*>(std::malloc(bytes ? bytes : 1));
     return info->data ? 0 : kStatusNoMemory;
@@ -44,6 +49,7 @@ void DestroyBitmap(const ImageInfo* info) {
 }
 
 void RotateBitmapCCW(ImageInfo* info) {
+    if (!info->data) return;
     const long ch = info->channels;
     const long oldRow = BitmapRowBytes(info);
     const long newRow = info->height * ch + RowPadFor(info->height * ch);
@@ -77,7 +83,7 @@ void SwapRB(ImageInfo* info) {
 }
 
 int ConvertBitmapToAlpha(ImageInfo* info) {
-    if (info->channels == 4) return 0;
+    if (info->channels == 4 || !info->data) return 0;
     auto* out =
         static_cast<unsigned char*>(std::malloc(static_cast<size_t>(info->width * info->height * 4) + 1));
     if (!out) return kStatusNoMemory;
@@ -103,7 +109,7 @@ int ConvertBitmapToAlpha(ImageInfo* info) {
 }
 
 int ConvertAlphaToBitmap(ImageInfo* info) {
-    if (info->channels == 3) return 0;
+    if (info->channels == 3 || !info->data) return 0;
     const long pad = RowPadFor(info->width * 3);
     const long srcRow = BitmapRowBytes(info);
     const long dstRow = info->width * 3 + pad;

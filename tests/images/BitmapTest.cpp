@@ -163,3 +163,16 @@ TEST(Bitmap, AnyTranslucencyBecomesTheColourKeyWithPaddedRows) {
     EXPECT_EQ(b.at(2, 0, 3), 0);
     EXPECT_EQ(b.at(2, 1, 3), 255);
 }
+
+TEST(Bitmap, ImpossibleSizesFailLikeAnAllocationAndLeaveNoPixels) {
+    for (long side : {-1L, 1L << 30, 1L << 40}) {
+        OwnedBitmap b;
+        EXPECT_EQ(CreateNewBitmap(side, side, 4, b.get()), 12) << side;
+        EXPECT_EQ(b->data, nullptr);
+        // The conversions leave a bitmap without pixels alone.
+        RotateBitmapCCW(b.get());
+        SwapRB(b.get());
+        EXPECT_EQ(ConvertAlphaToBitmap(b.get()), 0);
+        EXPECT_EQ(b->data, nullptr);
+    }
+}
