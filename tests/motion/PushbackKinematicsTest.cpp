@@ -138,6 +138,21 @@ TEST_F(PushbackKinematics, TurnsFollowAnArcToTheEndHeading) {
     }
 }
 
+TEST_F(PushbackKinematics, TheTruckSteersAgainstTheTurnAndTheNoseWheelWithIt) {
+    for (int dir : {kRotateTailLeft, kRotateTailRight}) {
+        SCOPED_TRACE(dir);
+        StartAt(150.0);
+        host->set("sim/joystick/has_joystick", 1);
+        Begin(dir, kPhaseTurn);
+        host->runFrames(300);
+        ASSERT_TRUE(gKLVisPlaneMoving);
+        // Tail left turns the heading up; the truck at the nose stands 11 degrees the other way.
+        const double sense = dir == kRotateTailLeft ? 1.0 : -1.0;
+        EXPECT_NEAR(HeadingDiff(myTruckHeading, Psi()), -sense * 11.0, 0.2);
+        EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), -sense * 0.3, 0.021);
+    }
+}
+
 TEST_F(PushbackKinematics, AutomatedManoeuvreGoesStraightThenTurns) {
     StartAt(45.0);
     const Sample start = Now();

@@ -179,11 +179,18 @@ TEST_F(TruckSteering, StraighteningEasesBackAndKeepsASmallPositiveOffset) {
         CalcTruckSteering(0);
     EXPECT_EQ(theOffset, 0.0f);
     EXPECT_FLOAT_EQ(myTruckHeading, 200.0f);
-    // Beyond 10 degrees it snaps at once.
-    theOffset = -11.0f;
-    myTruckHeading = 189.0f;
-    CalcTruckSteering(0);
-    EXPECT_EQ(theOffset, 0.0f);
+    // The band is 2 to 10 whole degrees; outside it the offset snaps to 0 at once.
+    const struct {
+        float offset;
+        float after;
+    } edges[] = {{-10.5f, -10.35f}, {-2.5f, -2.35f}, {-11.0f, 0.0f}, {-1.9f, 0.0f}};
+    for (const auto& e : edges) {
+        SCOPED_TRACE(e.offset);
+        theOffset = e.offset;
+        myTruckHeading = 200.0f + e.offset;
+        CalcTruckSteering(0);
+        EXPECT_NEAR(theOffset, e.after, 1e-5);
+    }
 }
 
 TEST_F(TruckSteering, MainGearTowingTakesTheLastBranches) {
