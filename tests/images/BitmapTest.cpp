@@ -49,11 +49,10 @@ TEST(Bitmap, RotationTurnsAQuarterCounterClockwise) {
     OwnedBitmap b;
     ASSERT_EQ(CreateNewBitmap(2, 3, 3, b.get()), 0);
     FillPattern(b);
-    const OwnedBitmap* before = &b;
-    std::vector<int> old;
+    std::vector<int> old; // first channel, stored row by stored row
     for (long y = 0; y < 3; ++y)
         for (long x = 0; x < 2; ++x)
-            old.push_back(before->at(x, y, 0));
+            old.push_back(b.at(x, y, 0));
     RotateBitmapCCW(b.get());
     ASSERT_EQ(b->width, 3);
     ASSERT_EQ(b->height, 2);
