@@ -63,8 +63,8 @@ bool ParseObj8(std::vector<unsigned char>& text, XObj8& obj) {
     const size_t textBytes = text.size() - 1;
     int trisDeclared = 0, linesDeclared = 0, lightsDeclared = 0, indicesDeclared = 0;
     int trisRead = 0, linesRead = 0, lightsRead = 0, indicesRead = 0;
-    XObjCmd8 cmd{}; // scratch command, reused for every line
-    XObjAnim8 anim; // scratch animation record
+    XObjCmd8 cmd{};   // scratch command, reused for every line
+    XObjAnim8 anim{}; // scratch animation record (a translation leaves its angles as they were)
     std::string word;
 
     while (p < end) {

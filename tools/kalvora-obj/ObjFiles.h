@@ -1,0 +1,25 @@
+// Loading an object file of either generation, and writing one safely.
+#pragma once
+
+#include "objects/ObjModel.h"
+
+#include <string>
+
+/// Generation of a loaded object file.
+enum class ObjFormat { None, Obj7, Obj8 };
+
+/// An object file as read: OBJ8 when it reads as OBJ8, else OBJ7.
+struct LoadedObject {
+    ObjFormat format = ObjFormat::None; ///< what the file turned out to be
+    XObj obj7;                          ///< the model when format is Obj7
+    XObj8 obj8;                         ///< the model when format is Obj8
+};
+
+/// Reads `path` as OBJ8, falling back to OBJ7; false (format None) when neither reads.
+bool LoadObject(const std::string& path, LoadedObject& out);
+/// Writes an OBJ8 model to a temporary file beside `path` and renames it over `path`.
+bool WriteObj8Safely(const std::string& path, const XObj8& obj);
+/// True when both paths name the same existing file.
+bool SameFile(const std::string& a, const std::string& b);
+/// "OBJ7" or "OBJ8".
+const char* FormatName(ObjFormat f);
