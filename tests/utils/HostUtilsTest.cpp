@@ -114,6 +114,26 @@ TEST_F(HostUtils, MenuCreatedByAnotherPluginIsJoined) {
     host.unloadPlugin(probe);
 }
 
+TEST_F(HostUtils, IntegerOnlyPublisherIsReadAsAnInteger) {
+    // An older plug-in of the family publishes the ID as a plain int.
+    simhost::InProcessPlugin older;
+    older.name = "Older";
+    older.signature = "halvern.test.older";
+    const int olderId = host.addPlugin(older);
+    ASSERT_GE(olderId, 0);
+    host.setDirectCaller(olderId);
+    XPLMDataRef published = XPLMRegisterDataAccessor(
+        "HalvernTeam/Common/Menu", xplmType_Int, 0, [](void*) { return 0x1234; }, nullptr, nullptr, nullptr,
+        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(published, nullptr);
+    host.setDirectCaller(me);
+    EXPECT_EQ(HV_GNLUtils::GetHVMenuID(), reinterpret_cast<XPLMMenuID>(0x1234));
+    EXPECT_EQ(TopMenusNamed("HV__Team"), 0); // joined, not created
+    host.setDirectCaller(olderId);
+    XPLMUnregisterDataAccessor(published);
+    host.setDirectCaller(me);
+}
+
 TEST_F(HostUtils, ReleaseWithdrawsTheMenuAndItsDataRef) {
     ASSERT_NE(HV_GNLUtils::GetHVMenuID(), nullptr);
     HV_GNLUtils::StartModifierSniffer();
