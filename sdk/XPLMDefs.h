@@ -6,6 +6,8 @@
  * Written from the API's documented facts; ABI-compatible with X-Plane's own.
  */
 
+#include <stdint.h> /* intptr_t, used by the widget headers */
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -44,8 +46,6 @@ extern "C" {
 #else
 #define WIDGET_API
 #endif
-
-#include <stdint.h>
 
 /* A plug-in's ID: -1 none, 0 X-Plane itself, then one per loaded plug-in. */
 typedef int XPLMPluginID;

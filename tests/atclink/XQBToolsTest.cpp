@@ -12,6 +12,7 @@
 
 #include <cstring>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -142,6 +143,11 @@ private:
     int mID = -1;
 };
 
+constexpr const char* kStatus = "xsquawkbox/login/status";
+constexpr const char* kMic = "xsquawkbox/mic/open";
+constexpr int kConnected = 2; // login status
+constexpr int kOffline = 0;
+
 /// A host with Kalvora as an in-process plug-in making the calls.
 class XQBToolsTest : public ::testing::Test {
 protected:
@@ -154,26 +160,31 @@ protected:
         host.setDirectCaller(kalvoraID);
     }
 
-    /// The sample plan of the self-check, set on tools.
-    static void setSamplePlan(XQBTools& tools) {
-        tools.SetFlightType("SVFR");
-        tools.SetAPTDeparture("ADEP");
-        tools.SetAPTArrival("AARR");
-        tools.SetAPTAlternat("AALT");
-        tools.SetTrueAirSpeed(210);
-        tools.SetCruiseAltitude(45000);
-        tools.SetHourDeparture("13:50");
-        tools.SetHourFlight("04:05");
-        tools.SetFlightPlan("point1.pt2.thep3.svt4.dffr5");
+    /// Adds the stand-in XSquawkBox with a login status, then Kalvora as the caller.
+    FakeXSquawkBox& startXSquawkBox(int loginStatus) {
+        mXSquawkBox = std::make_unique<FakeXSquawkBox>(host);
+        mXSquawkBox->setInt(kStatus, loginStatus);
+        makeKalvoraTheCaller();
+        return *mXSquawkBox;
+    }
+
+    /// An IFR plan from Zurich to Heathrow, set on tools.
+    static void setPlan(XQBTools& tools) {
+        tools.SetFlightType("IFR");
+        tools.SetAPTDeparture("LSZH");
+        tools.SetAPTArrival("EGLL");
+        tools.SetAPTAlternat("EGKK");
+        tools.SetTrueAirSpeed(450);
+        tools.SetCruiseAltitude(37000);
+        tools.SetHourDeparture("09:15");
+        tools.SetHourFlight("01:40");
+        tools.SetFlightPlan("GERSA UN850 RESIA");
     }
 
     simhost::Host host;
+    std::unique_ptr<FakeXSquawkBox> mXSquawkBox; // destroyed before the host
     int kalvoraID = -1;
 };
-
-constexpr const char* kStatus = "xsquawkbox/login/status";
-constexpr const char* kMic = "xsquawkbox/mic/open";
-constexpr int kConnected = 2;
 
 TEST_F(XQBToolsTest, AbsentXSquawkBoxAnswersFalseAndIsNeverWrittenToOrMessaged) {
     // Another plug-in publishes the same names, connected and with an open mic:
@@ -184,7 +195,7 @@ TEST_F(XQBToolsTest, AbsentXSquawkBoxAnswersFalseAndIsNeverWrittenToOrMessaged) 
     makeKalvoraTheCaller();
 
     XQBTools tools;
-    setSamplePlan(tools);
+    setPlan(tools);
     EXPECT_FALSE(tools.XQBIsHere());
     EXPECT_EQ(tools.PluginID(), XPLM_NO_PLUGIN_ID);
     EXPECT_FALSE(tools.XQBIsConnected());
@@ -197,12 +208,11 @@ TEST_F(XQBToolsTest, AbsentXSquawkBoxAnswersFalseAndIsNeverWrittenToOrMessaged) 
 
     EXPECT_EQ(impostor.totalWrites(), 0);
     EXPECT_TRUE(impostor.messages().empty()) << "a message to no plug-in must not become a broadcast";
-    EXPECT_EQ(tools.CruiseAltitude(), 45000u) << "nothing was sent, so the altitude is untouched";
+    EXPECT_EQ(tools.CruiseAltitude(), 37000u) << "nothing was sent, so the altitude is untouched";
 }
 
 TEST_F(XQBToolsTest, QueriesFollowLoginStatusAndMicrophone) {
-    FakeXSquawkBox xsb(host);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
     XQBTools tools;
     ASSERT_TRUE(tools.XQBIsHere());
     EXPECT_EQ(tools.PluginID(), xsb.id());
@@ -222,8 +232,7 @@ TEST_F(XQBToolsTest, QueriesFollowLoginStatusAndMicrophone) {
 }
 
 TEST_F(XQBToolsTest, ConnectAndDisconnectAreMessagesWithANullParameter) {
-    FakeXSquawkBox xsb(host);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
     XQBTools tools;
     tools.XQBConnect(true);
     tools.XQBConnect(false);
@@ -237,8 +246,7 @@ TEST_F(XQBToolsTest, ConnectAndDisconnectAreMessagesWithANullParameter) {
 }
 
 TEST_F(XQBToolsTest, ServerAddressIsWrittenWithItsTerminatingZero) {
-    FakeXSquawkBox xsb(host);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
     XQBTools tools;
     tools.SetXQBServerIP("192.0.2.17");
     EXPECT_EQ(xsb.text("xsquawkbox/login/server"), "192.0.2.17");
@@ -246,50 +254,45 @@ TEST_F(XQBToolsTest, ServerAddressIsWrittenWithItsTerminatingZero) {
 }
 
 TEST_F(XQBToolsTest, NotConnectedSendingReturns2AndWritesNothing) {
-    FakeXSquawkBox xsb(host);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
     XQBTools tools;
-    setSamplePlan(tools);
+    setPlan(tools);
     EXPECT_EQ(tools.XQBSendFlightPlan(), kXQBNotConnected);
     EXPECT_EQ(xsb.totalWrites(), 0);
     EXPECT_TRUE(xsb.messages().empty());
 }
 
 TEST_F(XQBToolsTest, ConnectedSendingFilesEveryFieldThenAsksToFile) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
-    setSamplePlan(tools);
+    setPlan(tools);
     ASSERT_EQ(tools.XQBSendFlightPlan(), kXQBSent);
 
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/flight_type"), 'S');
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/speed"), 210);
-    EXPECT_EQ(xsb.text("xsquawkbox/fp/departure_airport"), "ADEP");
-    EXPECT_EQ(xsb.text("xsquawkbox/fp/arrival_airport"), "AARR");
-    EXPECT_EQ(xsb.text("xsquawkbox/fp/alternate_airport"), "AALT");
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/flight_type"), 'I');
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/speed"), 450);
+    EXPECT_EQ(xsb.text("xsquawkbox/fp/departure_airport"), "LSZH");
+    EXPECT_EQ(xsb.text("xsquawkbox/fp/arrival_airport"), "EGLL");
+    EXPECT_EQ(xsb.text("xsquawkbox/fp/alternate_airport"), "EGKK");
     for (const char* airport : {"xsquawkbox/fp/departure_airport", "xsquawkbox/fp/arrival_airport",
                                 "xsquawkbox/fp/alternate_airport"})
         EXPECT_EQ(xsb.ref(airport).lastWriteLength, 6) << airport;
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/departure_time"), 1350);
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/departure_time_actual"), 1350);
-    EXPECT_EQ(xsb.text("xsquawkbox/fp/cruise_altitude"), "FL450");
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/departure_time"), 915);
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/departure_time_actual"), 915);
+    EXPECT_EQ(xsb.text("xsquawkbox/fp/cruise_altitude"), "FL370");
     EXPECT_EQ(xsb.ref("xsquawkbox/fp/cruise_altitude").lastWriteLength, 6);
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/enroute_hrs"), 4);
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/enroute_mins"), 5);
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/fuel_hrs"), 5) << "one hour of reserve fuel";
-    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/fuel_mins"), 5);
-    EXPECT_EQ(xsb.text("xsquawkbox/fp/route"), "point1.pt2.thep3.svt4.dffr5");
-    EXPECT_EQ(xsb.ref("xsquawkbox/fp/route").lastWriteLength, 28) << "the route goes with its zero";
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/enroute_hrs"), 1);
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/enroute_mins"), 40);
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/fuel_hrs"), 2) << "one hour of reserve fuel";
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/fuel_mins"), 40);
+    EXPECT_EQ(xsb.text("xsquawkbox/fp/route"), "GERSA UN850 RESIA");
+    EXPECT_EQ(xsb.ref("xsquawkbox/fp/route").lastWriteLength, 18) << "the route goes with its zero";
     EXPECT_EQ(xsb.messages(), (std::vector<int>{kXQBMsgSendFlightPlan}));
 }
 
 TEST_F(XQBToolsTest, FieldsAreWrittenInTheirOrderBeforeTheFileMessage) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
-    setSamplePlan(tools);
+    setPlan(tools);
     ASSERT_EQ(tools.XQBSendFlightPlan(), kXQBSent);
     const std::vector<std::string> expected = {"xsquawkbox/fp/flight_type",
                                                "xsquawkbox/fp/speed",
@@ -309,9 +312,7 @@ TEST_F(XQBToolsTest, FieldsAreWrittenInTheirOrderBeforeTheFileMessage) {
 }
 
 TEST_F(XQBToolsTest, FlightTypesBecomeLettersAndUnknownTypesChangeNothing) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
     const auto sentType = [&] {
         tools.XQBSendFlightPlan();
@@ -331,9 +332,7 @@ TEST_F(XQBToolsTest, FlightTypesBecomeLettersAndUnknownTypesChangeNothing) {
 }
 
 TEST_F(XQBToolsTest, DefaultPlanSendsZeroTimesAndNoRoute) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
     ASSERT_EQ(tools.XQBSendFlightPlan(), kXQBSent);
     EXPECT_EQ(xsb.intValue("xsquawkbox/fp/departure_time"), 0);
@@ -345,9 +344,7 @@ TEST_F(XQBToolsTest, DefaultPlanSendsZeroTimesAndNoRoute) {
 }
 
 TEST_F(XQBToolsTest, HighAltitudeBecomesAFlightLevelThatASecondSendDividesNoMore) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
     tools.SetCruiseAltitude(45000);
     tools.XQBSendFlightPlan();
@@ -370,9 +367,7 @@ TEST_F(XQBToolsTest, HighAltitudeBecomesAFlightLevelThatASecondSendDividesNoMore
 }
 
 TEST_F(XQBToolsTest, TimesAreCutAtTheirThirdCharacterWithOrWithoutAColon) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
     tools.SetHourDeparture("1350");
     tools.SetHourFlight("2:30");
@@ -389,9 +384,7 @@ TEST_F(XQBToolsTest, TimesAreCutAtTheirThirdCharacterWithOrWithoutAColon) {
 }
 
 TEST_F(XQBToolsTest, OverLongCodesAndTimesStayWithinTheirFields) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
     // Neighbours first, so that an overrun of the next setters would show in them.
     tools.SetAPTArrival("AARR");
@@ -416,9 +409,7 @@ TEST_F(XQBToolsTest, OverLongCodesAndTimesStayWithinTheirFields) {
 }
 
 TEST_F(XQBToolsTest, RouteIsAnOwnedCopyThatCanBeReplacedOrCleared) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
     char route[] = "DCT.ABC.DEF";
     tools.SetFlightPlan(route);
@@ -437,24 +428,27 @@ TEST_F(XQBToolsTest, RouteIsAnOwnedCopyThatCanBeReplacedOrCleared) {
 }
 
 TEST_F(XQBToolsTest, SelfCheckAsksToConnectWhenNotConnected) {
-    FakeXSquawkBox xsb(host);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
     EXPECT_EQ(UT_XQBTools(), 0);
     EXPECT_EQ(xsb.messages(), (std::vector<int>{kXQBMsgConnect}));
     EXPECT_EQ(xsb.totalWrites(), 0);
 }
 
 TEST_F(XQBToolsTest, SelfCheckFilesItsSamplePlanWhenConnected) {
-    FakeXSquawkBox xsb(host);
-    xsb.setInt(kStatus, kConnected);
-    makeKalvoraTheCaller();
+    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     EXPECT_EQ(UT_XQBTools(), 0);
     EXPECT_EQ(xsb.messages(), (std::vector<int>{kXQBMsgSendFlightPlan}));
     EXPECT_EQ(xsb.intValue("xsquawkbox/fp/flight_type"), 'S');
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/speed"), 210);
+    EXPECT_EQ(xsb.text("xsquawkbox/fp/departure_airport"), "ADEP");
     EXPECT_EQ(xsb.text("xsquawkbox/fp/arrival_airport"), "AARR");
+    EXPECT_EQ(xsb.text("xsquawkbox/fp/alternate_airport"), "AALT");
     EXPECT_EQ(xsb.text("xsquawkbox/fp/cruise_altitude"), "FL450");
     EXPECT_EQ(xsb.intValue("xsquawkbox/fp/departure_time"), 1350);
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/enroute_hrs"), 4);
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/enroute_mins"), 5);
     EXPECT_EQ(xsb.intValue("xsquawkbox/fp/fuel_hrs"), 5);
+    EXPECT_EQ(xsb.intValue("xsquawkbox/fp/fuel_mins"), 5);
     EXPECT_EQ(xsb.text("xsquawkbox/fp/route"), "point1.pt2.thep3.svt4.dffr5");
 }
 
