@@ -74,6 +74,9 @@ XPLM_API void XPLMEnumerateFeatures(XPLMFeatureEnumerator_f inEnumerator, void* 
 #define XPLM_MSG_FMOD_BANK_UNLOADING 113 /* bank id */
 #define XPLM_MSG_DATAREFS_ADDED 114      /* int* to the new dataref count */
 #endif
+#if defined(XPLM430)
+#define XPLM_MSG_WEATHER_DELIVERED 115 /* 0 or 1 in the parameter */
+#endif
 
 #ifdef __cplusplus
 }

@@ -25,7 +25,7 @@
 #include <type_traits>
 
 static_assert(XPLM_MSG_FMOD_BANK_LOADED == 112 && XPLM_MSG_FMOD_BANK_UNLOADING == 113 &&
-                  XPLM_MSG_DATAREFS_ADDED == 114,
+                  XPLM_MSG_DATAREFS_ADDED == 114 && XPLM_MSG_WEATHER_DELIVERED == 115,
               "4.0 messages");
 static_assert(xplm_Language_Ukrainian == 11 && xplm_Tex_Radar_Pilot == 3 && xplm_Tex_Radar_Copilot == 4,
               "4.x enumerators");
