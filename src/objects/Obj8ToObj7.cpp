@@ -10,6 +10,7 @@
 #include "objects/Obj7ToObj8.h"
 
 #include <cmath>
+#include <cstdint>
 #include <map>
 #include <sstream>
 
@@ -68,8 +69,13 @@ vec_rgb RgbVertex(const float* p) {
     return vec_rgb{{p[0], p[1], p[2]}, {p[3] * back, p[4] * back, p[5] * back}};
 }
 
+/// A half-open range of positions.
+struct Range {
+    int64_t begin, end;
+};
+
 /// Counts of what could not be carried over, by description.
-using Losses = std::map<std::string, int>;
+using Losses = std::map<std::string, int64_t>;
 
 class Converter {
 public:
@@ -88,8 +94,9 @@ private:
         case obj8_Tris:
             Triangles(c);
             return;
-        case obj8_Lines:
-            for (int i = c.idxOffset; i + 1 < c.idxOffset + c.idxCount; i += 2) {
+        case obj8_Lines: {
+            const Range r = Clamp(c, in.indices.size(), "lines pointing outside the index list");
+            for (int64_t i = r.begin; i + 1 < r.end; i += 2) {
                 if (!IndexInside(i, in.geoLines) || !IndexInside(i + 1, in.geoLines)) {
                     ++lost["lines pointing outside the line pool"];
                     continue;
@@ -100,17 +107,17 @@ private:
                 out.cmds.push_back(cmd);
             }
             return;
-        case obj8_Lights:
-            for (int i = c.idxOffset; i < c.idxOffset + c.idxCount; ++i) {
-                if (i < 0 || i >= in.geoLights.count()) {
-                    ++lost["lights outside the light pool"];
-                    continue;
-                }
+        }
+        case obj8_Lights: {
+            const Range r =
+                Clamp(c, static_cast<size_t>(in.geoLights.count()), "lights outside the light pool");
+            for (int64_t i = r.begin; i < r.end; ++i) {
                 XObjCmd cmd = Make(obj_PtLine, obj_Light);
-                cmd.rgbVerts = {RgbVertex(in.geoLights.get(i))};
+                cmd.rgbVerts = {RgbVertex(in.geoLights.get(static_cast<int>(i)))};
                 out.cmds.push_back(cmd);
             }
             return;
+        }
         case attr_Hard:
         case attr_No_Hard:
             hard = c.id == attr_Hard;
@@ -140,7 +147,8 @@ private:
 
     void Triangles(const XObjCmd8& c) {
         std::vector<vec_tex> tris;
-        for (int i = c.idxOffset; i + 2 < c.idxOffset + c.idxCount; i += 3) {
+        const Range r = Clamp(c, in.indices.size(), "triangle vertices pointing outside the index list");
+        for (int64_t i = r.begin; i + 2 < r.end; i += 3) {
             if (!IndexInside(i, in.geoTris) || !IndexInside(i + 1, in.geoTris) ||
                 !IndexInside(i + 2, in.geoTris)) {
                 ++lost["triangles pointing outside the triangle pool"];
@@ -166,9 +174,18 @@ private:
         }
     }
 
-    bool IndexInside(int i, const ObjPointPool& pool) const {
+    bool IndexInside(int64_t i, const ObjPointPool& pool) const {
         return i >= 0 && static_cast<size_t>(i) < in.indices.size() && in.indices[i] >= 0 &&
                in.indices[i] < pool.count();
+    }
+
+    /// A command's range cut to [0, size); whatever lay outside is counted as lost.
+    Range Clamp(const XObjCmd8& c, size_t size, const char* what) {
+        const int64_t begin = c.idxOffset, end = begin + (c.idxCount > 0 ? c.idxCount : 0);
+        Range r{begin < 0 ? 0 : begin, end > static_cast<int64_t>(size) ? static_cast<int64_t>(size) : end};
+        if (r.end < r.begin) r.end = r.begin;
+        if (r.end - r.begin < end - begin) lost[what] += static_cast<int>(end - begin - (r.end - r.begin));
+        return r;
     }
 
     void Attribute(int id, const std::vector<float>& values) {
