@@ -51,12 +51,13 @@ bool IsTexturePower(unsigned int p) {
     return false;
 }
 
-/// The smallest power of two from 2 upward that is at least `side`.
+/// The smallest power of two from 2 upward that is at least `side` (0 when there is none).
 unsigned int PowerAtLeast(unsigned int side) {
+    constexpr unsigned int kLargestPower = 1u << 31;
     unsigned int power = 2;
-    while (power < side && power < kLargestTextureSide * 2)
+    while (power < side && power < kLargestPower)
         power *= 2;
-    return power;
+    return power >= side ? power : 0;
 }
 
 /// Removes row padding so that rows follow each other byte for byte. False when out of memory.
@@ -155,7 +156,8 @@ void HV_Texture::BuildTextureFromData() {
         const unsigned int newWidth = PowerAtLeast(width), newHeight = PowerAtLeast(height);
         const size_t newRow = static_cast<size_t>(newWidth) * channels;
         const size_t oldRow = static_cast<size_t>(width) * channels;
-        auto* padded = static_cast<unsigned char*>(std::calloc(newRow * newHeight, 1));
+        auto* padded =
+            newWidth && newHeight ? static_cast<unsigned char*>(std::calloc(newRow * newHeight, 1)) : nullptr;
         if (!padded) {
             std::free(data);
             data = nullptr;
