@@ -32,7 +32,8 @@ constexpr float kBrakeReleased = 0.0f;      // the push moves only at exactly th
 constexpr int kQuarterTurn = 90;            // degrees
 constexpr int kFullTurn = 360;              // degrees
 constexpr double kPushLengthPerSize = 0.75; // push length per metre of aircraft size
-constexpr double kRateSizeFactor = 0.15 / 35.0;
+constexpr double kRateSizeFactor = 0.15;    // rate = size * 0.15 / 35
+constexpr double kRateSizeDivisor = 35.0;
 
 // Truck steering commands mirror the nose-wheel modes.
 constexpr int kSteerStraight = 0;
@@ -163,7 +164,7 @@ void SetPBlenght(int* length, float* rate) {
     int sizeX = 0, sizeZ = 0;
     RetrievePlaneBoundingBox(&sizeX, &sizeZ);
     *length = TruncateToInt(sizeZ * kPushLengthPerSize);
-    *rate = static_cast<float>(sizeZ * kRateSizeFactor);
+    *rate = static_cast<float>(sizeZ * kRateSizeFactor / kRateSizeDivisor);
 }
 
 void RetrievePlaneBoundingBox(int* sizeX, int* sizeZ) {
