@@ -101,9 +101,10 @@ int loadPluginFile(HostCore& c, const std::string& xplPath, std::string* error) 
     if (ec) return fail("cannot copy into the sandbox: " + ec.message());
     fs::path dataSrc = src.parent_path() / src.stem();
     fs::path dataDst = dir / src.stem();
-    if (fs::is_directory(dataSrc, ec) && !fs::exists(dataDst, ec))
+    if (fs::is_directory(dataSrc, ec) && !fs::exists(dataDst, ec)) {
         fs::copy(dataSrc, dataDst, fs::copy_options::recursive, ec);
-    if (ec) return fail("cannot copy the data folder: " + ec.message());
+        if (ec) return fail("cannot copy the data folder: " + ec.message());
+    }
 
     void* dl = dlopen(dst.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!dl) {

@@ -9,7 +9,8 @@ namespace simhost::detail {
 double wrap360(double deg) {
     double d = std::fmod(deg, 360.0);
     if (d < 0) d += 360.0;
-    return d >= 360.0 ? 0.0 : d;
+    // Within a float's reach of 360 reads as 360.0f: call it 0.
+    return d >= 360.0 - 1e-5 ? 0.0 : d;
 }
 
 void eulerToQuaternion(double psiDeg, double thetaDeg, double phiDeg, float q[4]) {

@@ -1,0 +1,172 @@
+// Commands (handler order and propagation, X-Plane's view and pause commands,
+// the legacy button and key-stroke calls) and camera control.
+#include "SimhostFixture.h"
+
+#include "XPLMCamera.h"
+#include "XPLMUtilities.h"
+
+namespace {
+
+using Commands = SimhostTest;
+using Camera = SimhostTest;
+
+std::vector<std::string> gOrder;
+
+int handle(XPLMCommandRef, XPLMCommandPhase phase, void* refcon) {
+    gOrder.push_back(std::string(static_cast<const char*>(refcon)) + ":" + std::to_string(phase));
+    return 1;
+}
+int swallow(XPLMCommandRef, XPLMCommandPhase phase, void*) {
+    gOrder.push_back("swallow:" + std::to_string(phase));
+    return 0;
+}
+
+TEST_F(Commands, BeforeHandlersRunFirstAndCanStopTheCommand) {
+    gOrder.clear();
+    XPLMCommandRef chase = XPLMFindCommand("sim/view/chase");
+    ASSERT_NE(chase, nullptr);
+    XPLMRegisterCommandHandler(chase, handle, 0, const_cast<char*>("after"));
+    XPLMRegisterCommandHandler(chase, handle, 1, const_cast<char*>("before"));
+    XPLMCommandOnce(chase);
+    EXPECT_EQ(gOrder, (std::vector<std::string>{"before:0", "after:0", "before:2", "after:2"}));
+    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1017);
+
+    gOrder.clear();
+    XPLMCommandRef still = XPLMFindCommand("sim/view/still_spot");
+    XPLMRegisterCommandHandler(still, swallow, 1, nullptr);
+    XPLMRegisterCommandHandler(still, handle, 0, const_cast<char*>("after"));
+    XPLMCommandOnce(still);
+    EXPECT_EQ(gOrder, (std::vector<std::string>{"swallow:0", "swallow:2"}));
+    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1017); // X-Plane did not change the view
+    XPLMUnregisterCommandHandler(still, swallow, 1, nullptr);
+    XPLMCommandOnce(still);
+    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1020);
+    EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 1);
+}
+
+TEST_F(Commands, HeldCommandsContinueEachFrameAndPluginCommandsPersist) {
+    gOrder.clear();
+    XPLMCommandRef mine = XPLMCreateCommand("test/push", "Push back");
+    EXPECT_EQ(XPLMCreateCommand("test/push", "again"), mine);
+    EXPECT_EQ(XPLMFindCommand("test/push"), mine);
+    XPLMRegisterCommandHandler(mine, handle, 1, const_cast<char*>("h"));
+    XPLMCommandBegin(mine);
+    host->runFrames(2);
+    XPLMCommandEnd(mine);
+    EXPECT_EQ(gOrder, (std::vector<std::string>{"h:0", "h:1", "h:1", "h:2"}));
+    EXPECT_TRUE(host->runCommand("test/push"));
+    EXPECT_FALSE(host->runCommand("test/none"));
+    EXPECT_EQ(host->commandsRun(), (std::vector<std::string>{"test/push", "test/push"}));
+    EXPECT_EQ(XPLMFindCommand("test/none"), nullptr);
+}
+
+TEST_F(Commands, LegacyButtonsAndKeyStrokesSelectViews) {
+    XPLMCommandButtonPress(46); // spot view
+    XPLMCommandButtonRelease(46);
+    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1020);
+    EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 1);
+    XPLMCommandKeyStroke(73); // forward
+    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1000);
+    EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 0);
+    EXPECT_EQ(host->commandsRun(),
+              (std::vector<std::string>{"sim/view/still_spot", "sim/view/forward_with_2d_panel"}));
+}
+
+TEST_F(Commands, PauseCommandsFreezeTheWorld) {
+    host->set("sim/flightmodel/position/groundspeed", 10); // taxiing north
+    host->runFrames(60);
+    const double z = host->getf("sim/flightmodel/position/local_z");
+    EXPECT_NEAR(z, -10.0, 1e-6);
+    EXPECT_TRUE(host->runCommand("sim/operation/pause_toggle"));
+    EXPECT_EQ(host->geti("sim/time/paused"), 1);
+    host->runFrames(60);
+    EXPECT_DOUBLE_EQ(host->getf("sim/flightmodel/position/local_z"), z);
+    host->runCommand("sim/operation/pause_off");
+    EXPECT_FALSE(host->paused());
+}
+
+// ---- camera
+struct CameraLog {
+    int calls = 0;
+    int losing = 0;
+    bool sawNull = false;
+    int giveUpAfter = -1; ///< return 0 on this call
+};
+
+int controlCamera(XPLMCameraPosition_t* pos, int losing, void* refcon) {
+    auto* log = static_cast<CameraLog*>(refcon);
+    if (losing) {
+        ++log->losing;
+        log->sawNull = pos == nullptr;
+        return 0;
+    }
+    ++log->calls;
+    pos->x = 1;
+    pos->y = 2;
+    pos->z = 3;
+    pos->heading = 45;
+    pos->pitch = 0;
+    pos->roll = 0;
+    pos->zoom = 1;
+    return log->calls == log->giveUpAfter ? 0 : 1;
+}
+
+TEST_F(Camera, ControlFunctionRunsEveryFrameAndPositionsTheCamera) {
+    CameraLog log;
+    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &log);
+    XPLMCameraControlDuration how = 0;
+    EXPECT_TRUE(XPLMIsCameraBeingControlled(&how));
+    EXPECT_EQ(how, xplm_ControlCameraForever);
+    host->runFrames(5);
+    EXPECT_EQ(log.calls, 5);
+    XPLMCameraPosition_t p{};
+    XPLMReadCameraPosition(&p);
+    EXPECT_FLOAT_EQ(p.heading, 45);
+    EXPECT_EQ(host->camera().controllerPluginId, me);
+    host->runCommand("sim/view/chase"); // Forever survives a view change
+    host->runFrames(1);
+    EXPECT_TRUE(host->camera().controlled);
+    XPLMDontControlCamera();
+    host->runFrames(3);
+    EXPECT_EQ(log.calls, 6);
+    EXPECT_EQ(log.losing, 0); // no losing call for a voluntary release
+    EXPECT_FALSE(host->camera().controlled);
+}
+
+TEST_F(Camera, AViewChangeEndsUntilViewChangesControlWithOneNullCall) {
+    CameraLog log;
+    XPLMControlCamera(xplm_ControlCameraUntilViewChanges, controlCamera, &log);
+    host->runFrames(2);
+    host->runCommand("sim/view/forward_with_nothing");
+    EXPECT_EQ(log.losing, 1);
+    EXPECT_TRUE(log.sawNull);
+    host->runFrames(3);
+    EXPECT_EQ(log.calls, 2);
+    EXPECT_FALSE(XPLMIsCameraBeingControlled(nullptr));
+}
+
+TEST_F(Camera, ReturningZeroGivesTheCameraBack) {
+    CameraLog log;
+    log.giveUpAfter = 3;
+    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &log);
+    host->runFrames(6);
+    EXPECT_EQ(log.calls, 3);
+    EXPECT_FALSE(host->camera().controlled);
+    // X-Plane's own view: behind the aircraft, looking along its heading.
+    const simhost::CameraState cam = host->camera();
+    EXPECT_GT(cam.z, host->getf("sim/flightmodel/position/local_z"));
+    EXPECT_FLOAT_EQ(cam.heading, 0);
+}
+
+TEST_F(Camera, AnotherPluginTakingTheCameraIsALossForTheFirst) {
+    CameraLog first, second;
+    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &first);
+    host->setDirectCaller(addOther("test.other"));
+    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &second);
+    EXPECT_EQ(first.losing, 1);
+    host->runFrames(2);
+    EXPECT_EQ(first.calls, 0);
+    EXPECT_EQ(second.calls, 2);
+}
+
+} // namespace

@@ -1,0 +1,153 @@
+// Flight loops: interval encoding (seconds, frames, inactive), the three
+// time/counter parameters, created loops, and (un)registration from inside.
+#include "SimhostFixture.h"
+
+#include "XPLMProcessing.h"
+
+#include <vector>
+
+namespace {
+
+using FlightLoops = SimhostTest;
+
+/// What one flight loop saw each time it ran.
+struct Calls {
+    std::vector<int> frames;      ///< XPLMGetCycleNumber at each call
+    std::vector<float> sinceLast; ///< first parameter
+    std::vector<float> sinceAny;  ///< second parameter
+    std::vector<int> counters;    ///< third parameter
+    float next = -1;              ///< what to return
+};
+
+float loop(float sinceLast, float sinceAny, int counter, void* refcon) {
+    auto* c = static_cast<Calls*>(refcon);
+    c->frames.push_back(XPLMGetCycleNumber());
+    c->sinceLast.push_back(sinceLast);
+    c->sinceAny.push_back(sinceAny);
+    c->counters.push_back(counter);
+    return c->next;
+}
+
+TEST_F(FlightLoops, NegativeIntervalCountsFrames) {
+    Calls every, third;
+    every.next = -1;
+    third.next = -3;
+    XPLMRegisterFlightLoopCallback(loop, -1, &every);
+    XPLMRegisterFlightLoopCallback(loop, -3, &third);
+    host->runFrames(9);
+    EXPECT_EQ(every.frames, (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    EXPECT_EQ(third.frames, (std::vector<int>{3, 6, 9}));
+    // The counter rises once per dispatch, shared by all loops.
+    EXPECT_EQ(every.counters[2], third.counters[0]);
+    EXPECT_EQ(every.counters[1] + 1, every.counters[2]);
+}
+
+TEST_F(FlightLoops, PositiveIntervalIsSecondsAndNeverEarly) {
+    Calls c;
+    c.next = 0.1f; // six frames at 60 fps
+    XPLMRegisterFlightLoopCallback(loop, 0.25f, &c);
+    host->runFor(0.6);
+    ASSERT_GE(c.frames.size(), 3u);
+    EXPECT_EQ(c.frames[0], 15); // 0.25 s
+    EXPECT_EQ(c.frames[1], 21);
+    EXPECT_EQ(c.frames[2], 27);
+    EXPECT_NEAR(c.sinceLast[0], 0.25f, 1e-4);
+    EXPECT_NEAR(c.sinceLast[1], 0.1f, 1e-4);
+    EXPECT_NEAR(c.sinceAny[1], 1.0f / 60, 1e-4);
+}
+
+TEST_F(FlightLoops, ZeroMeansRegisteredButInactive) {
+    Calls c;
+    c.next = 0; // run once, then stay registered and silent
+    XPLMRegisterFlightLoopCallback(loop, 0, &c);
+    host->runFrames(5);
+    EXPECT_TRUE(c.frames.empty());
+    XPLMSetFlightLoopCallbackInterval(loop, -1, 1, &c);
+    host->runFrames(5);
+    EXPECT_EQ(c.frames, (std::vector<int>{6}));
+    EXPECT_EQ(host->registrations(me).size(), 1u);
+    XPLMUnregisterFlightLoopCallback(loop, &c);
+    EXPECT_TRUE(host->registrations(me).empty());
+}
+
+TEST_F(FlightLoops, SameFunctionWithTwoRefconsIsTwoLoops) {
+    Calls a, b;
+    b.next = -2;
+    XPLMRegisterFlightLoopCallback(loop, -1, &a);
+    XPLMRegisterFlightLoopCallback(loop, -2, &b);
+    XPLMUnregisterFlightLoopCallback(loop, &a);
+    host->runFrames(4);
+    EXPECT_TRUE(a.frames.empty());
+    EXPECT_EQ(b.frames, (std::vector<int>{2, 4}));
+}
+
+TEST_F(FlightLoops, CreatedLoopsStartUnscheduledAndRunByPhase) {
+    Calls before, after;
+    after.next = -2;
+    XPLMCreateFlightLoop_t params{sizeof(XPLMCreateFlightLoop_t), xplm_FlightLoop_Phase_AfterFlightModel,
+                                  loop, &after};
+    XPLMFlightLoopID idAfter = XPLMCreateFlightLoop(&params);
+    params.phase = xplm_FlightLoop_Phase_BeforeFlightModel;
+    params.refcon = &before;
+    XPLMFlightLoopID idBefore = XPLMCreateFlightLoop(&params);
+    host->runFrames(3);
+    EXPECT_TRUE(before.frames.empty());
+    XPLMScheduleFlightLoop(idBefore, -1, 1);
+    XPLMScheduleFlightLoop(idAfter, -2, 1);
+    host->runFrames(4);
+    EXPECT_EQ(before.frames, (std::vector<int>{4, 5, 6, 7}));
+    EXPECT_EQ(after.frames, (std::vector<int>{5, 7}));
+    XPLMDestroyFlightLoop(idBefore);
+    XPLMDestroyFlightLoop(idAfter);
+    host->runFrames(3);
+    EXPECT_EQ(before.frames.size(), 4u);
+    EXPECT_TRUE(host->registrations(me).empty());
+}
+
+// A loop that unregisters itself and registers a newcomer from inside its callback.
+struct SelfRemoving {
+    Calls newcomer;
+    int runs = 0;
+};
+float removeSelf(float, float, int, void* refcon) {
+    auto* s = static_cast<SelfRemoving*>(refcon);
+    ++s->runs;
+    XPLMUnregisterFlightLoopCallback(removeSelf, refcon);
+    XPLMRegisterFlightLoopCallback(loop, -1, &s->newcomer);
+    return -1; // ignored: it is gone
+}
+
+TEST_F(FlightLoops, RegisteringAndUnregisteringFromInsideACallbackIsSafe) {
+    SelfRemoving s;
+    XPLMRegisterFlightLoopCallback(removeSelf, -1, &s);
+    host->runFrames(3);
+    EXPECT_EQ(s.runs, 1);
+    EXPECT_EQ(s.newcomer.frames, (std::vector<int>{2, 3})); // from the next frame on
+}
+
+TEST_F(FlightLoops, PausedSimStillRunsLoopsOnTheWallClock) {
+    Calls c;
+    XPLMRegisterFlightLoopCallback(loop, -1, &c);
+    host->setPaused(true);
+    EXPECT_EQ(host->geti("sim/time/paused"), 1);
+    host->runFrames(30);
+    EXPECT_EQ(c.frames.size(), 30u);
+    EXPECT_DOUBLE_EQ(host->simTime(), 0.0);
+    EXPECT_NEAR(XPLMGetElapsedTime(), 0.5f, 1e-4);
+    host->setPaused(false);
+    host->runFrames(30);
+    EXPECT_NEAR(host->simTime(), 0.5, 1e-9);
+}
+
+TEST_F(FlightLoops, DisabledPluginsLoopsWaitUntilReEnabled) {
+    Calls c;
+    XPLMRegisterFlightLoopCallback(loop, -1, &c);
+    host->disablePlugin(me);
+    host->runFrames(3);
+    EXPECT_TRUE(c.frames.empty());
+    host->enablePlugin(me);
+    host->runFrames(1);
+    EXPECT_EQ(c.frames.size(), 1u);
+}
+
+} // namespace

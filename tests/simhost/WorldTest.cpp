@@ -1,0 +1,141 @@
+// The world: attitude from the quaternion, groundspeed from displacement, the
+// apron, aircraft profiles and the gear arrays of old and new hosts.
+#include "SimhostFixture.h"
+
+#include "XPLMDataAccess.h"
+
+#include <cmath>
+
+namespace {
+
+using World = SimhostTest;
+
+constexpr double kDeg = 3.14159265358979323846 / 180;
+
+/// X-Plane's quaternion for heading, pitch, roll (degrees).
+void quaternion(double psi, double theta, double phi, float q[4]) {
+    const double a = psi * kDeg / 2, b = theta * kDeg / 2, c = phi * kDeg / 2;
+    q[0] =
+        static_cast<float>(std::cos(a) * std::cos(b) * std::cos(c) + std::sin(a) * std::sin(b) * std::sin(c));
+    q[1] =
+        static_cast<float>(std::cos(a) * std::cos(b) * std::sin(c) - std::sin(a) * std::sin(b) * std::cos(c));
+    q[2] =
+        static_cast<float>(std::cos(a) * std::sin(b) * std::cos(c) + std::sin(a) * std::cos(b) * std::sin(c));
+    q[3] = static_cast<float>(-std::cos(a) * std::sin(b) * std::sin(c) +
+                              std::sin(a) * std::cos(b) * std::cos(c));
+}
+
+TEST_F(World, WritingQTurnsTheAircraft) {
+    XPLMDataRef q = XPLMFindDataRef("sim/flightmodel/position/q");
+    for (double psi : {0.0, 37.5, 90.0, 181.0, 359.0}) {
+        float v[4];
+        quaternion(psi, 2.5, -1.5, v);
+        XPLMSetDatavf(q, v, 0, 4);
+        host->runFrames(1);
+        EXPECT_NEAR(host->getf("sim/flightmodel/position/psi"), psi, 1e-3) << psi;
+        EXPECT_NEAR(host->getf("sim/flightmodel/position/theta"), 2.5, 1e-3);
+        EXPECT_NEAR(host->getf("sim/flightmodel/position/phi"), -1.5, 1e-3);
+    }
+}
+
+TEST_F(World, PsiWrittenAloneDoesNotStick) {
+    XPLMSetDataf(XPLMFindDataRef("sim/flightmodel/position/psi"), 120);
+    EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/position/psi"), 120);
+    host->runFrames(1);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/psi"), 0, 1e-3); // q is the master
+    host->set("sim/flightmodel/position/psi", 120);                   // the sim itself turns the aircraft
+    host->runFrames(1);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/psi"), 120, 1e-3);
+}
+
+TEST_F(World, GroundspeedComesFromTheDisplacementPerFrame) {
+    XPLMDataRef x = XPLMFindDataRef("sim/flightmodel/position/local_x");
+    XPLMDataRef z = XPLMFindDataRef("sim/flightmodel/position/local_z");
+    for (int i = 1; i <= 10; ++i) {
+        // 0.03 m east and 0.04 m south each frame: 0.05 m per 1/60 s = 3 m/s.
+        XPLMSetDatad(x, 0.03 * i);
+        XPLMSetDatad(z, 0.04 * i);
+        host->runFrames(1);
+    }
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/groundspeed"), 3.0, 1e-3);
+    host->runFrames(1);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/groundspeed"), 0.0, 1e-9);
+    // Moving south-east lowers the latitude and raises the longitude.
+    EXPECT_LT(host->getf("sim/flightmodel/position/latitude"), host->options().startLatDeg);
+    EXPECT_GT(host->getf("sim/flightmodel/position/longitude"), host->options().startLonDeg);
+}
+
+TEST_F(World, AircraftStaysOnTheApronUnlessFlown) {
+    const double parked = host->getf("sim/flightmodel/position/local_y");
+    const auto& main = host->aircraft().gear[1];
+    EXPECT_NEAR(parked, host->options().startElevationM - main.y + main.legLength + main.tyreRadius, 1e-6);
+    XPLMSetDatad(XPLMFindDataRef("sim/flightmodel/position/local_y"), parked + 50);
+    host->runFrames(1);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/local_y"), parked, 1e-6);
+    host->set("sim/flightmodel/position/y_agl", 300);
+    host->set("sim/flightmodel/position/groundspeed", 80);
+    host->runFrames(2);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/y_agl"), 300, 1e-3);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/groundspeed"), 80, 1e-3);
+}
+
+TEST_F(World, ProfileFillsGeometryDataRefs) {
+    simhost::HostOptions o;
+    o.aircraft = "B744";
+    o.startHeadingDeg = 270;
+    start(o);
+    EXPECT_EQ(host->geti("sim/aircraft/engine/acf_num_engines"), 4);
+    EXPECT_NEAR(host->getf("sim/aircraft/view/acf_size_z"), 35.3, 1e-4);
+    EXPECT_NEAR(host->getf("sim/aircraft/parts/acf_gear_znodef", 0), -23.5, 1e-4);
+    EXPECT_NEAR(host->getf("sim/aircraft/parts/acf_gear_xnodef", 4), 1.92, 1e-4);
+    EXPECT_NEAR(host->getf("sim/aircraft/parts/acf_gear_tirrad", 1), 0.622, 1e-4);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/psi"), 270, 1e-3);
+    EXPECT_EQ(host->getString("sim/aircraft/view/acf_tailnum"), "G-KLVA");
+    EXPECT_GT(host->getf("sim/flightmodel/engine/ENGN_bat_volt", 3), 20);
+}
+
+TEST_F(World, OldHostsKeepTheGearAt67And68) {
+    simhost::HostOptions o;
+    o.aircraft = "C172";
+    o.xplaneVersion = 799;
+    start(o);
+    EXPECT_NEAR(host->getf("sim/aircraft/parts/acf_gear_znodef", 67), -1.40, 1e-4);
+    EXPECT_NEAR(host->getf("sim/aircraft/parts/acf_gear_leglen", 68), 0.50, 1e-4);
+    EXPECT_FLOAT_EQ(host->getf("sim/aircraft/parts/acf_gear_znodef", 0), 0);
+    o.xplaneVersion = 800;
+    start(o);
+    EXPECT_NEAR(host->getf("sim/aircraft/parts/acf_gear_znodef", 0), -1.40, 1e-4);
+}
+
+TEST_F(World, TailDraggerSitsNoseUp) {
+    simhost::HostOptions o;
+    o.aircraft = "DC3";
+    start(o);
+    EXPECT_TRUE(host->aircraft().tailDragger);
+    EXPECT_GT(host->getf("sim/aircraft/parts/acf_gear_znodef", 0), 0); // tail wheel aft
+    host->runFrames(1);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/theta"), 11.5, 1e-3);
+}
+
+TEST_F(World, AircraftStateEditsReachTheDataRefsAndBack) {
+    simhost::Aircraft& a = host->aircraft();
+    EXPECT_TRUE(a.parkingBrake);
+    a.parkingBrake = false;
+    a.engineRunning[1] = true;
+    EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/controls/parkbrake"), 0);
+    EXPECT_GT(host->getf("sim/flightmodel/engine/ENGN_N1_", 1), 5);
+    EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/engine/ENGN_N1_", 0), 0);
+    // A plug-in writing the brake is seen by the control side after the frame.
+    XPLMSetDataf(XPLMFindDataRef("sim/flightmodel/controls/parkbrake"), 1);
+    host->runFrames(1);
+    EXPECT_TRUE(a.parkingBrake);
+}
+
+TEST_F(World, UnknownOrBrokenProfilesAreRefused) {
+    simhost::HostOptions o;
+    o.aircraft = "NOPE";
+    EXPECT_THROW(start(o), std::runtime_error);
+    EXPECT_EQ(simhost::Host::current(), nullptr);
+}
+
+} // namespace
