@@ -56,6 +56,8 @@ void HV_CtrlArray::SetFatherWidget(void* rootWidget_, void* parentWidget_) {
                                0, rootWidget, xpWidgetClass_ScrollBar);
     XPSetWidgetProperty(scrollBar, xpProperty_ScrollBarType, xpScrollBarTypeScrollBar);
     XPSetWidgetProperty(scrollBar, xpProperty_ScrollBarMin, 0);
+    XPSetWidgetProperty(scrollBar, xpProperty_ScrollBarMax, MaxFirstRow());
+    XPSetWidgetProperty(scrollBar, xpProperty_ScrollBarSliderPosition, MaxFirstRow()); // the first row on top
     LinkWidget(scrollBar);
     HV_SetWidgetEnabled(widget, enabled);
     HV_SetWidgetEnabled(scrollBar, enabled);

@@ -146,16 +146,21 @@ void DrawButton(XPWidgetID button) {
                    nullptr, xplmFont_Basic);
 }
 
-int PopupButtonFunction(XPWidgetMessage message, XPWidgetID button, intptr_t, intptr_t) {
+int PopupButtonFunction(XPWidgetMessage message, XPWidgetID button, intptr_t param1, intptr_t) {
     try {
         switch (message) {
         case xpMsg_Draw:
             DrawButton(button);
             return 1;
-        case xpMsg_MouseDown: {
-            if (XPGetWidgetProperty(button, xpProperty_Enabled, nullptr) == 0) return 1;
-            int l = 0, b = 0;
-            XPGetWidgetGeometry(button, &l, nullptr, nullptr, &b);
+        case xpMsg_MouseDown:
+            return 1; // the menu opens on the release, once the host has finished raising the window
+        case xpMsg_MouseUp: {
+            if (XPGetWidgetProperty(button, xpProperty_Enabled, nullptr) == 0 || param1 == 0) return 1;
+            const auto* mouse = reinterpret_cast<const XPMouseState_t*>(param1);
+            int l = 0, t = 0, r = 0, b = 0;
+            XPGetWidgetGeometry(button, &l, &t, &r, &b);
+            if (mouse->x < l || mouse->x >= r || mouse->y > t || mouse->y <= b)
+                return 1; // released elsewhere
             const std::string items = ReadItems(button);
             XSBPickPopup(l, b, items.c_str(), ReadCurrent(button), PickedFromButton, button);
             return 1;

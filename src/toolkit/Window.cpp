@@ -36,6 +36,31 @@ bool Param1IsWidget(long message) {
     }
 }
 
+/// Sets the main window's geometry with its widgets following the move. Hosts whose main window
+/// moves its children on a reshape do it themselves; on the others the children are moved here,
+/// as far as the probe (the root panel's widget, which every move must carry along) shows they were not.
+void MoveWindowTo(HV_Window& window, int left, int top, int right, int bottom) {
+    int oldLeft = 0, oldTop = 0;
+    XPGetWidgetGeometry(window.widget, &oldLeft, &oldTop, nullptr, nullptr);
+    XPWidgetID probe = window.rootPanel ? window.rootPanel->widget : nullptr;
+    int probeLeft = 0, probeTop = 0;
+    if (probe) XPGetWidgetGeometry(probe, &probeLeft, &probeTop, nullptr, nullptr);
+    XPSetWidgetGeometry(window.widget, left, top, right, bottom);
+    if (!probe) return;
+    int movedLeft = 0, movedTop = 0;
+    XPGetWidgetGeometry(probe, &movedLeft, &movedTop, nullptr, nullptr);
+    const int dx = (left - oldLeft) - (movedLeft - probeLeft);
+    const int dy = (top - oldTop) - (movedTop - probeTop);
+    if (dx == 0 && dy == 0) return;
+    const int count = XPCountChildWidgets(window.widget);
+    for (int i = 0; i < count; ++i) {
+        XPWidgetID child = XPGetNthChildWidget(window.widget, i);
+        int l = 0, t = 0, r = 0, b = 0;
+        XPGetWidgetGeometry(child, &l, &t, &r, &b);
+        XPSetWidgetGeometry(child, l + dx, t + dy, r + dx, b + dy);
+    }
+}
+
 void CloseWindow(HV_Window* window) {
     XPSetWidgetProperty(window->widget, xpProperty_Refcon, 0);
     delete window;
@@ -79,7 +104,7 @@ void HV_Window::SetPosition(int left_, int top_) {
     XPGetWidgetGeometry(widget, &l, &t, &r, &b);
     left = left_;
     top = top_;
-    XPSetWidgetGeometry(widget, left, top, left + (r - l), top - (t - b));
+    MoveWindowTo(*this, left, top, left + (r - l), top - (t - b));
 }
 
 void HV_Window::GetPosition(int& left_, int& top_) {
@@ -93,7 +118,7 @@ void HV_Window::SetPositionSize(int left_, int top_, int width_, int height_) {
     top = top_;
     width = width_;
     height = height_;
-    XPSetWidgetGeometry(widget, left, top, left + width, top - height);
+    MoveWindowTo(*this, left, top, left + width, top - height);
 }
 
 void HV_Window::SetSize(int width_, int height_) {
@@ -114,7 +139,7 @@ void HV_Window::Center() {
     const int midX = kCenterScreenWidth / 2, midY = kCenterScreenHeight / 2;
     left = midX - w / 2;
     top = midY + h / 2;
-    XPSetWidgetGeometry(widget, left, top, midX + w / 2, midY - h / 2);
+    MoveWindowTo(*this, left, top, midX + w / 2, midY - h / 2);
 }
 
 void HV_Window::Pack() {
