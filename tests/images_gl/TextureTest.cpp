@@ -171,6 +171,18 @@ TEST_F(Textures, NightLightingAndAnExplicitColourTintThePiece) {
     EXPECT_EQ(Px(126, 26).b, 255);
 }
 
+TEST_F(Textures, AnExplicitColourKeepsTheCurrentAlpha) {
+    HV_Texture t(true);
+    ASSERT_TRUE(t.LoadPNG(Png("white.png", 32, 32, [](int, int) { return Rgb{255, 255, 255}; }).c_str()));
+    const float yellow[3] = {1.0f, 1.0f, 0.0f};
+    glColor4f(0.0f, 0.0f, 0.0f, 0.5f); // only the alpha of the current colour stays
+    t.DrawTexturePeace(0, 0, 32, 32, 10, 10, false, false, 0, yellow);
+    EndFrame();
+    EXPECT_NEAR(Px(26, 26).r, 128, 2);
+    EXPECT_NEAR(Px(26, 26).g, 128, 2);
+    EXPECT_EQ(Px(26, 26).b, 0);
+}
+
 TEST_F(Textures, ExplicitAlphaBlendsThePiece) {
     HV_Texture t(true);
     ASSERT_TRUE(t.LoadPNG(Halves(32, 32).c_str()));
