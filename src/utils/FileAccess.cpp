@@ -3,6 +3,8 @@
 
 #include <cstdio>
 #include <cstring>
+#include <functional>
+#include <string>
 
 namespace HV_FileUtils {
 
@@ -23,7 +25,14 @@ char gConvertedPath[kPathBufferBytes];
 const char* TranslateXCodePath(const char* path) {
     if (path == gConvertedPath) return gConvertedPath;
     if (!path) path = "";
-    // snprintf cuts an over-long path; the source never overlaps the buffer here.
+    // A path inside the buffer (a tail of an earlier result) is copied out before it is overwritten.
+    std::string inside;
+    const std::less<const char*> before;
+    if (before(gConvertedPath, path) && before(path, gConvertedPath + sizeof gConvertedPath)) {
+        inside = path;
+        path = inside.c_str();
+    }
+    // snprintf cuts an over-long path.
     snprintf(gConvertedPath, sizeof gConvertedPath, "%s%s", path[0] == '/' ? "" : kVolumesPrefix, path);
     for (char* c = gConvertedPath; *c; ++c) {
         if (*c == ':') *c = '/';

@@ -85,6 +85,7 @@ TEST(TranslateXCodePath, OwnBufferComesBackUnchangedAndLongPathsAreCut) {
     const char* converted = TranslateXCodePath("Disk:a");
     EXPECT_EQ(TranslateXCodePath(converted), converted);
     EXPECT_STREQ(converted, "/Volumes/Disk/a");
+    EXPECT_STREQ(TranslateXCodePath(converted + 9), "/Volumes/Disk/a"); // "Disk/a" from inside the buffer
     const std::string huge = "/" + std::string(kPathBufferBytes * 3, 'p');
     EXPECT_EQ(std::string(TranslateXCodePath(huge.c_str())), huge.substr(0, kPathBufferBytes - 1));
 }
