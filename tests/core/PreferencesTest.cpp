@@ -216,19 +216,6 @@ TEST_F(Preferences, TruckNameIsTheFirstWordCutTo99Characters) {
     EXPECT_EQ(prefs["Truck"], longName.substr(0, 99));
 }
 
-TEST_F(Preferences, RefuelUnitIsNeitherLoadedNorStored) {
-    PrefRefuelUnitisKg = false;
-    HV_Properties prefs(nullptr, nullptr);
-    StorePreferences(prefs);
-    for (const auto& entry : prefs.entries)
-        EXPECT_EQ(entry.first.find("REFUEL"), std::string::npos);
-    EXPECT_EQ(prefs.entries.count("PrefStepValue"), 0u);
-    LoadPreferences(prefs);
-    EXPECT_FALSE(PrefRefuelUnitisKg);
-    SetDefaultPref();
-    EXPECT_TRUE(PrefRefuelUnitisKg);
-}
-
 TEST_F(Preferences, FileExistenceIsReadability) {
     EXPECT_FALSE(PrefFileExist(path.c_str()));
     EXPECT_FALSE(PrefFileExist(nullptr));

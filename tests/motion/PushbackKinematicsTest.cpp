@@ -306,21 +306,6 @@ TEST_F(PushbackKinematics, QuadrantsAndTheEndTestOfTheStraightLeg) {
     EXPECT_FALSE(EndReached(100.0, 315.0f));
 }
 
-TEST_F(PushbackKinematics, ResetClearsTheManoeuvre) {
-    Begin(kRotateTailLeft, kPhaseStraightLeg);
-    startx = 3.0;
-    ResetPlaneMovementParam();
-    EXPECT_FALSE(gKLVisPlaneMoving);
-    EXPECT_EQ(gKLVPlaneMoveDirection, 0);
-    EXPECT_EQ(gKLVPlaneRotateDir, 0);
-    EXPECT_EQ(gKLVautoPbPhase, 0);
-    EXPECT_EQ(gKLVfinalPsi, 0);
-    EXPECT_EQ(gKLVfinalx, 0.0);
-    EXPECT_EQ(gKLVfinalz, 0.0);
-    EXPECT_EQ(startx, 0.0);
-    EXPECT_NE(gKLVPbLength, 0) << "the push length belongs to the aircraft, not to the manoeuvre";
-}
-
 TEST_F(PushbackKinematics, ApronElevationIsTheTowingGearMinusLegAndTyre) {
     SetGearIndex();
     double gx = 0, gy = 0, gz = 0;
