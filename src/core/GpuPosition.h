@@ -6,6 +6,7 @@ extern double gpuX; ///< metres, local frame
 extern double gpuY; ///< metres, local frame (apron elevation)
 extern double gpuZ; ///< metres, local frame
 
+/// Accessors of "halvern/kalvora/GPU/position_ogl_x/y/z" (metres).
 float GetGPUPosX(void* refcon);
 float GetGPUPosY(void* refcon);
 float GetGPUPosZ(void* refcon);
