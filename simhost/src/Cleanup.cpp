@@ -20,6 +20,7 @@ std::vector<std::string> listRegistrations(const HostCore& c, int pluginId) {
     }
     listDisplay(c, pluginId, out);
     listMenus(c, pluginId, out);
+    listScenery(c, pluginId, out);
     for (const CommandRec& cmd : c.commands)
         for (const CommandHandler& h : cmd.handlers)
             if (h.alive && h.owner == pluginId) out.push_back("command handler " + cmd.name);
@@ -37,6 +38,7 @@ void dropRegistrations(HostCore& c, int pluginId) {
         if (f.owner == pluginId) f.alive = false;
     dropDisplay(c, pluginId);
     dropMenus(c, pluginId);
+    dropScenery(c, pluginId);
     for (CommandRec& cmd : c.commands)
         for (CommandHandler& h : cmd.handlers)
             if (h.owner == pluginId) h.alive = false;

@@ -184,6 +184,7 @@ void Host::runFrames(int n) {
             held.push_back(h.first);
         for (CommandRec* cmd : held)
             if (c.commandsHeld.count(cmd)) runCommandPhase(cmd, 1);
+        deliverObjectLoads(c);
         ++c.flightLoopCounter;
         runFlightLoops(c, 0);
         if (!c.paused) worldStep(c, dt);

@@ -170,6 +170,27 @@ struct CameraRec {
     float pos[7] = {0, 0, 0, 0, 0, 0, 1}; ///< x y z pitch heading roll zoom
 };
 
+// ------------------------------------------------------------------ scenery
+/// A loaded OBJ file; handles stay valid after the last unload (then dead).
+struct ObjectRec {
+    std::string path;  ///< absolute
+    int refs = 0;      ///< XPLMLoadObject references plus instances showing it
+    std::map<int, int> refsByPlugin; ///< load references per plug-in, for unload clean-up
+};
+struct InstanceRec {
+    int owner = 0;
+    ObjectRec* object = nullptr;
+    bool alive = true;
+    InstanceInfo info;
+};
+/// An XPLMLoadObjectAsync request, answered at the start of the next frame.
+struct PendingLoad {
+    int owner = 0;
+    std::string path;
+    void* callback = nullptr; ///< XPLMObjectLoaded_f
+    void* refcon = nullptr;
+};
+
 // ------------------------------------------------------------------ world
 /// What the world remembers between frames.
 struct WorldRec {
@@ -229,6 +250,13 @@ struct HostCore {
     std::deque<HotKeyRec> hotKeys;
     std::unordered_set<const void*> hotKeyHandles;
     CameraRec camera;
+    std::deque<ObjectRec> objects;
+    std::unordered_set<const void*> objectHandles;
+    std::deque<InstanceRec> instances;
+    std::unordered_set<const void*> instanceHandles;
+    std::vector<PendingLoad> pendingLoads;
+    std::set<const void*> probes; ///< live XPLMProbeRef values
+    int nextProbe = 1;
     WorldRec world;
     Aircraft aircraft;
     void* errorCallback = nullptr; ///< XPLMError_f
@@ -323,4 +351,11 @@ std::vector<WindowInfo> windowList();
 
 namespace simhost::detail {
 void dropCamera(HostCore& c, int pluginId); // Camera.cpp
+} // namespace simhost::detail
+
+namespace simhost::detail {
+// Objects, instances and probes (Scenery.cpp)
+void deliverObjectLoads(HostCore& c);
+void dropScenery(HostCore& c, int pluginId);
+void listScenery(const HostCore& c, int pluginId, std::vector<std::string>& out);
 } // namespace simhost::detail

@@ -98,6 +98,17 @@ struct WindowInfo {
     std::string title; ///< XPLMSetWindowTitle, if any
 };
 
+/// An object instance a plug-in placed in the world (XPLMCreateInstance).
+struct InstanceInfo {
+    int pluginId;                           ///< owner
+    std::string objectPath;                 ///< the OBJ file it shows
+    double x = 0, y = 0, z = 0;             ///< local OpenGL metres
+    float pitch = 0, heading = 0, roll = 0; ///< degrees
+    bool positioned = false;                ///< XPLMInstanceSetPosition was called
+    std::vector<std::string> datarefs;      ///< names given at creation
+    std::vector<float> data;                ///< last values, one per name
+};
+
 /// The emulated X-Plane.
 class Host {
 public:
@@ -193,6 +204,10 @@ public:
     // ---- camera, windows, graphics ----
     CameraState camera() const;
     std::vector<WindowInfo> windows() const;
+    /// Object instances alive now, in creation order.
+    std::vector<InstanceInfo> instances() const;
+    /// OBJ files loaded through XPLMLoadObject and not yet unloaded (one entry per reference).
+    std::vector<std::string> loadedObjects() const;
     bool renderingAvailable() const;
     bool screenshot(const std::string& pngPath);
 

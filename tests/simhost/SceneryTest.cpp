@@ -1,0 +1,135 @@
+// Objects, instances and probes: reference counts, per-instance data, async
+// loads, and clean-up when the owner unloads. Also which draw phases exist.
+#include "SimhostFixture.h"
+
+#include "XPLMDisplay.h"
+#include "XPLMInstance.h"
+#include "XPLMScenery.h"
+
+#include <fstream>
+
+namespace {
+
+class Scenery : public SimhostTest {
+protected:
+    /// Writes a minimal OBJ8 file into the sandbox and returns its path relative to it.
+    std::string writeObj(const std::string& name, const std::string& header = "I\n800\nOBJ\n") {
+        std::ofstream(host->sandbox() + name) << header << "POINT_COUNTS 0 0 0 0\n";
+        return name;
+    }
+};
+
+TEST_F(Scenery, ObjectsAreReferenceCountedAndCheckedAtLoad) {
+    const std::string tug = writeObj("tug.obj");
+    XPLMObjectRef a = XPLMLoadObject(tug.c_str());
+    ASSERT_NE(a, nullptr);
+    EXPECT_EQ(XPLMLoadObject(("./" + tug).c_str()), a); // same file, same handle
+    EXPECT_EQ(XPLMLoadObject((host->sandbox() + tug).c_str()), a);
+    EXPECT_EQ(host->loadedObjects().size(), 3u);
+    XPLMUnloadObject(a);
+    XPLMUnloadObject(a);
+    EXPECT_EQ(host->loadedObjects().size(), 1u);
+    XPLMUnloadObject(a);
+    EXPECT_TRUE(host->loadedObjects().empty());
+
+    EXPECT_EQ(XPLMLoadObject("missing.obj"), nullptr);
+    EXPECT_EQ(XPLMLoadObject(writeObj("text.obj", "hello\nworld\nagain\n").c_str()), nullptr);
+    EXPECT_EQ(XPLMLoadObject(nullptr), nullptr);
+    EXPECT_NE(XPLMLoadObject(writeObj("crlf.obj", "A\r\n800\r\nOBJ\r\n").c_str()), nullptr);
+}
+
+TEST_F(Scenery, InstancesKeepTheirObjectPositionAndData) {
+    XPLMObjectRef obj = XPLMLoadObject(writeObj("gpu.obj").c_str());
+    const char* names[] = {"halvern/kalvora/wheel_deg",
+                           "sim/graphics/animation/ground_traffic/tire_steer_deg", nullptr};
+    XPLMInstanceRef inst = XPLMCreateInstance(obj, names);
+    ASSERT_NE(inst, nullptr);
+    XPLMUnloadObject(obj); // the instance holds its own reference
+    XPLMDrawInfo_t where{sizeof(XPLMDrawInfo_t), 10, 432, -20, 0, 135, 0};
+    const float data[2] = {12.5f, -3};
+    XPLMInstanceSetPosition(inst, &where, data);
+    ASSERT_EQ(host->instances().size(), 1u);
+    const simhost::InstanceInfo info = host->instances()[0];
+    EXPECT_EQ(info.pluginId, me);
+    EXPECT_TRUE(info.positioned);
+    EXPECT_DOUBLE_EQ(info.z, -20);
+    EXPECT_FLOAT_EQ(info.heading, 135);
+    EXPECT_EQ(info.datarefs.size(), 2u);
+    EXPECT_EQ(info.data, (std::vector<float>{12.5f, -3}));
+    where.structSize = 12; // a wrong size is refused, the position stays
+    where.x = 99;
+    XPLMInstanceSetPosition(inst, &where, data);
+    EXPECT_DOUBLE_EQ(host->instances()[0].x, 10);
+    XPLMDestroyInstance(inst);
+    EXPECT_TRUE(host->instances().empty());
+    EXPECT_EQ(XPLMCreateInstance(obj, names), nullptr); // the object is gone now
+}
+
+struct AsyncResult {
+    int calls = 0;
+    XPLMObjectRef ref = nullptr;
+};
+void loaded(XPLMObjectRef obj, void* refcon) {
+    auto* r = static_cast<AsyncResult*>(refcon);
+    ++r->calls;
+    r->ref = obj;
+}
+
+TEST_F(Scenery, AsyncLoadsAnswerOnceAtTheNextFrame) {
+    AsyncResult good, bad;
+    XPLMLoadObjectAsync(writeObj("truck.obj").c_str(), loaded, &good);
+    XPLMLoadObjectAsync("nope.obj", loaded, &bad);
+    EXPECT_EQ(good.calls, 0);
+    host->runFrames(3);
+    EXPECT_EQ(good.calls, 1);
+    EXPECT_NE(good.ref, nullptr);
+    EXPECT_EQ(bad.calls, 1);
+    EXPECT_EQ(bad.ref, nullptr);
+}
+
+TEST_F(Scenery, UnloadReleasesObjectsAndInstances) {
+    const int other = addOther("test.scenery");
+    host->setDirectCaller(other);
+    XPLMObjectRef obj = XPLMLoadObject(writeObj("tug.obj").c_str());
+    const char* none[] = {nullptr};
+    XPLMCreateInstance(obj, none);
+    host->setDirectCaller(me);
+    EXPECT_EQ(host->registrations(other).size(), 2u);
+    host->unloadPlugin(other);
+    EXPECT_TRUE(host->instances().empty());
+    EXPECT_TRUE(host->loadedObjects().empty());
+}
+
+TEST_F(Scenery, ProbesHitTheFlatApron) {
+    XPLMProbeRef probe = XPLMCreateProbe(xplm_ProbeY);
+    XPLMProbeInfo_t info{};
+    info.structSize = sizeof info;
+    EXPECT_EQ(XPLMProbeTerrainXYZ(probe, 100, 1000, -50, &info), xplm_ProbeHitTerrain);
+    EXPECT_FLOAT_EQ(info.locationY, static_cast<float>(host->options().startElevationM));
+    EXPECT_FLOAT_EQ(info.normalY, 1);
+    info.structSize = 8;
+    EXPECT_EQ(XPLMProbeTerrainXYZ(probe, 0, 0, 0, &info), xplm_ProbeError);
+    XPLMDestroyProbe(probe);
+    info.structSize = sizeof info;
+    EXPECT_EQ(XPLMProbeTerrainXYZ(probe, 0, 0, 0, &info), xplm_ProbeError);
+}
+
+int countDraws(XPLMDrawingPhase, int, void* refcon) {
+    ++*static_cast<int*>(refcon);
+    return 1;
+}
+
+TEST_F(Scenery, DrawPhasesThatExistAndNoDrawingWithoutRendering) {
+    int draws = 0;
+    EXPECT_EQ(XPLMRegisterDrawCallback(countDraws, xplm_Phase_Airplanes, 0, &draws), 1);
+    EXPECT_EQ(XPLMRegisterDrawCallback(countDraws, xplm_Phase_Window, 1, &draws), 1);
+    EXPECT_EQ(XPLMRegisterDrawCallback(countDraws, 7, 1, &draws), 0);
+    EXPECT_EQ(XPLMRegisterDrawCallback(countDraws, 100, 1, &draws), 0); // map phases: gone in XPLM 3
+    host->runFrames(3);
+    EXPECT_FALSE(host->renderingAvailable()); // rendering is off by default
+    EXPECT_EQ(draws, 0);
+    EXPECT_EQ(XPLMUnregisterDrawCallback(countDraws, xplm_Phase_Airplanes, 0, &draws), 1);
+    EXPECT_EQ(XPLMUnregisterDrawCallback(countDraws, xplm_Phase_Airplanes, 0, &draws), 0);
+}
+
+} // namespace
