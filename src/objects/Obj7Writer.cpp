@@ -6,6 +6,7 @@
 // write never leaves a half-written model.
 #include "objects/Obj7Writer.h"
 
+#include "objects/ReplaceFile.h"
 #include "objects/TextScanners.h"
 
 #include <cmath>
@@ -13,8 +14,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -130,21 +129,10 @@ bool XObjWrite(const char* path, const XObj& obj) {
         WriteCommand(text, cmd);
     text += "end\r";
 
-    std::string temp = std::string(path) + ".XXXXXX";
-    const int fd = mkstemp(&temp[0]);
-    if (fd < 0) return false;
-    fchmod(fd, 0644); // a model is a normal readable file, not a private temporary
-    std::FILE* f = fdopen(fd, "wb");
-    if (!f) {
-        close(fd);
-        std::remove(temp.c_str());
-        return false;
-    }
-    const bool written = std::fwrite(text.data(), 1, text.size(), f) == text.size();
-    const bool closed = std::fclose(f) == 0;
-    if (!written || !closed || std::rename(temp.c_str(), path) != 0) {
-        std::remove(temp.c_str());
-        return false;
-    }
-    return true;
+    return ReplaceFile(path, [&text](const char* temp) {
+        std::FILE* f = std::fopen(temp, "wb");
+        if (!f) return false;
+        const bool written = std::fwrite(text.data(), 1, text.size(), f) == text.size();
+        return std::fclose(f) == 0 && written;
+    });
 }

@@ -1,8 +1,10 @@
 // The version-800 object writer. Lines end with a single CR; numbers are printed
 // with "%f" (six decimals), which the reader reads back to the same model.
-// The file is written in place: callers that need an atomic replacement write
-// to a temporary path and rename it.
+// XObj8Write writes the file in place; XObj8WriteReplacing never leaves a
+// half-written model behind.
 #include "objects/Obj8Writer.h"
+
+#include "objects/ReplaceFile.h"
 
 #include <cstdio>
 
@@ -93,4 +95,8 @@ bool XObj8Write(const char* path, const XObj8& obj) {
     }
     std::fclose(f);
     return true;
+}
+
+bool XObj8WriteReplacing(const char* path, const XObj8& obj) {
+    return ReplaceFile(path, [&obj](const char* temp) { return XObj8Write(temp, obj); });
 }

@@ -1,6 +1,7 @@
 // Reading version-800 files: header rules, levels, early stop and bounds.
 #include "ObjTestSupport.h"
 #include "objects/Obj8Reader.h"
+#include "objects/Obj8Validate.h"
 
 using objtest::TempFile;
 
@@ -195,4 +196,17 @@ TEST(Obj8Reader, MemoryReadMatchesFileRead) {
     ASSERT_TRUE(XObj8ReadMemory(text.data(), text.size(), b));
     objtest::ExpectSameObj8(a, b, "memory");
     EXPECT_EQ(b.lods[0].cmds.size(), 1u);
+}
+
+TEST(Obj8Reader, AnimationKeywordWithoutNumbersIsCaughtByValidation) {
+    // Directly followed by its line end, "ANIM_rotate" is not the animation line but the plain table
+    // command: it gets no record of its own, and validation refuses the dangling reference.
+    XObj8 obj;
+    ASSERT_TRUE(Read(std::string(kHeader) + "ANIM_rotate\nANIM_trans\n", obj));
+    ASSERT_EQ(obj.lods[0].cmds.size(), 2u);
+    EXPECT_EQ(obj.lods[0].cmds[0].id, anim_Rotate);
+    EXPECT_TRUE(obj.animations.empty());
+    std::string why;
+    EXPECT_FALSE(XObj8Validate(obj, &why));
+    EXPECT_NE(why.find("ANIM_rotate"), std::string::npos) << why;
 }

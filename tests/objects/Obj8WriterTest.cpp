@@ -140,3 +140,13 @@ TEST(Obj8Writer, UnwritablePathFails) {
     EXPECT_FALSE(XObj8Write("/nonexistent/folder/x.obj", obj));
     EXPECT_FALSE(XObj8Write(nullptr, obj));
 }
+
+TEST(Obj8Writer, ReplacingWriteSwapsTheWholeFileOrNothing) {
+    TempFile target("old model");
+    XObj8 obj = SmallObject(3);
+    ASSERT_TRUE(XObj8WriteReplacing(target.path(), obj));
+    XObj8 back;
+    ASSERT_TRUE(XObj8Read(target.path(), back));
+    objtest::ExpectSameObj8(obj, back, "replaced");
+    EXPECT_FALSE(XObj8WriteReplacing("/nonexistent/folder/x.obj", obj));
+}

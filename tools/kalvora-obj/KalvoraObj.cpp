@@ -85,7 +85,7 @@ int Convert(const std::string& in, const std::string& out, const std::string& to
     if (obj.format == ObjFormat::Obj7) Obj7ToObj8(obj.obj7, model);
     std::string why;
     if (!XObj8Validate(model, &why)) return Fail(in, "not written: the model is invalid: " + why);
-    if (!WriteObj8Safely(out, model)) return Fail(out, "cannot be written");
+    if (!XObj8WriteReplacing(out.c_str(), model)) return Fail(out, "cannot be written");
     std::cout << in << " (" << FormatName(obj.format) << ") -> " << out << " (OBJ8)\n";
     return kExitOk;
 }

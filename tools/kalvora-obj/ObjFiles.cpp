@@ -3,11 +3,8 @@
 
 #include "objects/Obj7Reader.h"
 #include "objects/Obj8Reader.h"
-#include "objects/Obj8Writer.h"
 
-#include <cstdio>
 #include <sys/stat.h>
-#include <unistd.h>
 
 bool LoadObject(const std::string& path, LoadedObject& out) {
     out.format = ObjFormat::None;
@@ -20,19 +17,6 @@ bool LoadObject(const std::string& path, LoadedObject& out) {
         return true;
     }
     return false;
-}
-
-bool WriteObj8Safely(const std::string& path, const XObj8& obj) {
-    std::string temp = path + ".XXXXXX";
-    const int fd = mkstemp(&temp[0]);
-    if (fd < 0) return false;
-    fchmod(fd, 0644); // a model is a normal readable file, not a private temporary
-    close(fd);
-    if (!XObj8Write(temp.c_str(), obj) || std::rename(temp.c_str(), path.c_str()) != 0) {
-        std::remove(temp.c_str());
-        return false;
-    }
-    return true;
 }
 
 bool SameFile(const std::string& a, const std::string& b) {

@@ -17,8 +17,6 @@ struct LoadedObject {
 
 /// Reads `path` as OBJ8, falling back to OBJ7; false (format None) when neither reads.
 bool LoadObject(const std::string& path, LoadedObject& out);
-/// Writes an OBJ8 model to a temporary file beside `path` and renames it over `path`.
-bool WriteObj8Safely(const std::string& path, const XObj8& obj);
 /// True when both paths name the same existing file.
 bool SameFile(const std::string& a, const std::string& b);
 /// "OBJ7" or "OBJ8".
