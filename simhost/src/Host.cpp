@@ -300,6 +300,14 @@ void Host::set(const std::string& name, double value, int index) {
             rec->values[0] = value;
             return;
         }
+        if (name == "sim/flightmodel/position/magpsi" || name == "sim/flightmodel/position/mag_psi") {
+            // The sim's magnetic heading: a magnetic variation at this place.
+            const double psi = c.datarefByName.at("sim/flightmodel/position/psi")->values[0];
+            c.world.magneticVariationDeg = psi - value;
+            c.datarefByName.at("sim/flightmodel/position/magpsi")->values[0] = value;
+            c.datarefByName.at("sim/flightmodel/position/mag_psi")->values[0] = value;
+            return;
+        }
         if (rec->types & xplmType_Data) {
             if (index >= 0 && index < static_cast<int>(rec->bytes.size()))
                 rec->bytes[static_cast<size_t>(index)] = static_cast<char>(value);

@@ -2,6 +2,7 @@
 // reference-counted, instances placed with their per-instance data, probes
 // that hit the flat apron, and no magnetic variation.
 #include "HostInternal.h"
+#include "WorldMath.h"
 
 #include "XPLMInstance.h"
 #include "XPLMScenery.h"

@@ -96,6 +96,7 @@ void worldReset(HostCore& c) {
     val(c, "sim/flightmodel/position/y_agl") = parkedHeight(a);
     val(c, "sim/flightmodel/position/groundspeed") = 0;
     writeAttitude(c, c.opt.startHeadingDeg, a.groundPitchDeg, 0);
+    c.world.magneticVariationDeg = 0;
     val(c, "sim/flightmodel/position/magpsi") = val(c, "sim/flightmodel/position/psi");
     val(c, "sim/flightmodel/position/mag_psi") = val(c, "sim/flightmodel/position/psi");
     c.world.prevX = 0;
@@ -194,8 +195,8 @@ void worldStep(HostCore& c, double dt) {
             std::hypot(x - c.world.prevX, z - c.world.prevZ) / dt;
     c.world.prevX = x;
     c.world.prevZ = z;
-    val(c, "sim/flightmodel/position/magpsi") = psi;
-    val(c, "sim/flightmodel/position/mag_psi") = psi;
+    val(c, "sim/flightmodel/position/magpsi") = wrap360(psi - c.world.magneticVariationDeg);
+    val(c, "sim/flightmodel/position/mag_psi") = wrap360(psi - c.world.magneticVariationDeg);
     updateGeodetic(c);
 }
 

@@ -3,6 +3,7 @@
 #include "SimhostFixture.h"
 
 #include "XPLMDataAccess.h"
+#include "XPLMScenery.h"
 
 #include <cmath>
 
@@ -129,6 +130,16 @@ TEST_F(World, AircraftStateEditsReachTheDataRefsAndBack) {
     XPLMSetDataf(XPLMFindDataRef("sim/flightmodel/controls/parkbrake"), 1);
     host->runFrames(1);
     EXPECT_TRUE(a.parkingBrake);
+}
+
+TEST_F(World, MagneticHeadingFollowsTheVariationTheSimSet) {
+    host->set("sim/flightmodel/position/psi", 100);
+    host->set("sim/flightmodel/position/magpsi", 97);
+    host->set("sim/flightmodel/position/psi", 10);
+    host->runFrames(1);
+    EXPECT_NEAR(host->getf("sim/flightmodel/position/magpsi"), 7, 1e-3);
+    EXPECT_NEAR(XPLMGetMagneticVariation(0, 0), 3, 1e-4);
+    EXPECT_NEAR(XPLMDegTrueToDegMagnetic(1), 358, 1e-3);
 }
 
 TEST_F(World, UnknownOrBrokenProfilesAreRefused) {
