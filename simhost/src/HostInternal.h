@@ -173,8 +173,8 @@ struct CameraRec {
 // ------------------------------------------------------------------ scenery
 /// A loaded OBJ file; handles stay valid after the last unload (then dead).
 struct ObjectRec {
-    std::string path;  ///< absolute
-    int refs = 0;      ///< XPLMLoadObject references plus instances showing it
+    std::string path;                ///< absolute
+    int refs = 0;                    ///< XPLMLoadObject references plus instances showing it
     std::map<int, int> refsByPlugin; ///< load references per plug-in, for unload clean-up
 };
 struct InstanceRec {
@@ -194,12 +194,13 @@ struct PendingLoad {
 // ------------------------------------------------------------------ world
 /// What the world remembers between frames.
 struct WorldRec {
-    double prevX = 0, prevZ = 0; ///< position at the end of the previous frame, metres
-    bool qWritten = false;       ///< q changed since the last frame
-    double commandedSpeed = 0;   ///< m/s along psi, set through the control API (taxiing)
-    double holdAgl = -1;         ///< metres; < 0: the aircraft sits on the apron
-    double groundY = 0;          ///< local y of the apron, metres
-    Aircraft shadow;             ///< last state synchronised with the datarefs
+    double prevX = 0, prevZ = 0;     ///< position at the end of the previous frame, metres
+    bool qWritten = false;           ///< q changed since the last frame
+    double commandedSpeed = 0;       ///< m/s along psi, set through the control API (taxiing)
+    double holdAgl = -1;             ///< metres; < 0: the aircraft sits on the apron
+    double groundY = 0;              ///< local y of the apron, metres
+    double magneticVariationDeg = 0; ///< east declination: magnetic heading = true - this
+    Aircraft shadow;                 ///< last state synchronised with the datarefs
 };
 
 /// The whole host.
