@@ -29,7 +29,6 @@ const float kListBack[3] = {0.93f, 0.93f, 0.93f};
 const float kListText[3] = {0.0f, 0.0f, 0.0f};
 const float kPickedBack[3] = {0.25f, 0.35f, 0.7f};
 const float kPickedText[3] = {1.0f, 1.0f, 1.0f};
-const float kButtonText[3] = {0.9f, 0.9f, 0.9f};
 
 std::vector<std::string> SplitItems(const char* items) {
     std::vector<std::string> lines(1);
@@ -141,7 +140,7 @@ void DrawButton(XPWidgetID button) {
     // Only what fits left of the arrow.
     const int fits = std::max(0, (r - l - kArrowWidth - kTextPadding) / kCharWidth);
     if (static_cast<int>(std::strlen(line)) > fits) line[fits] = '\0';
-    const float* color = enabled ? kButtonText : HV_OGLUtils_ColorGray;
+    const float* color = enabled ? kListText : HV_OGLUtils_ColorGray;
     XPLMDrawString(const_cast<float*>(color), l + kTextPadding / 2, b + (t - b) / 2 - kTextBaseline, line,
                    nullptr, xplmFont_Basic);
 }
