@@ -216,14 +216,18 @@ XPLMProbeResult XPLMProbeTerrainXYZ(XPLMProbeRef inProbe, float inX, float, floa
     return xplm_ProbeHitTerrain;
 }
 
+// One magnetic variation everywhere: the one the sim set through magpsi (0 by default).
 float XPLMGetMagneticVariation(double, double) {
-    return 0;
+    HostCore* c = core();
+    return c ? static_cast<float>(c->world.magneticVariationDeg) : 0.0f;
 }
+
 float XPLMDegTrueToDegMagnetic(float headingDegreesTrue) {
-    return headingDegreesTrue;
+    return static_cast<float>(wrap360(headingDegreesTrue - XPLMGetMagneticVariation(0, 0)));
 }
+
 float XPLMDegMagneticToDegTrue(float headingDegreesMagnetic) {
-    return headingDegreesMagnetic;
+    return static_cast<float>(wrap360(headingDegreesMagnetic + XPLMGetMagneticVariation(0, 0)));
 }
 
 XPLMInstanceRef XPLMCreateInstance(XPLMObjectRef obj, const char** datarefs) {
