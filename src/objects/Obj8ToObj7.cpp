@@ -95,7 +95,7 @@ private:
             Triangles(c);
             return;
         case obj8_Lines: {
-            const Range r = Clamp(c, in.indices.size(), "lines pointing outside the index list");
+            const Range r = Clamp(c, in.indices.size(), "line vertices pointing outside the index list");
             for (int64_t i = r.begin; i + 1 < r.end; i += 2) {
                 if (!IndexInside(i, in.geoLines) || !IndexInside(i + 1, in.geoLines)) {
                     ++lost["lines pointing outside the line pool"];
@@ -184,7 +184,7 @@ private:
         const int64_t begin = c.idxOffset, end = begin + (c.idxCount > 0 ? c.idxCount : 0);
         Range r{begin < 0 ? 0 : begin, end > static_cast<int64_t>(size) ? static_cast<int64_t>(size) : end};
         if (r.end < r.begin) r.end = r.begin;
-        if (r.end - r.begin < end - begin) lost[what] += static_cast<int>(end - begin - (r.end - r.begin));
+        if (r.end - r.begin < end - begin) lost[what] += end - begin - (r.end - r.begin);
         return r;
     }
 

@@ -103,7 +103,7 @@ TEST(ObjPointPool, ClearSetsTheDepth) {
     EXPECT_EQ(pool.depth, 6);
 }
 
-TEST(ObjPointPool, AppendHelpersLayOutTheRecords) {
+TEST(ObjPointPool, AppendRgbAndStLayOutTheRecords) {
     ObjPointPool tris;
     const vec_tex t{{1, 2, 3}, {0.25f, 0.75f}};
     EXPECT_EQ(append_st(&tris, t), 0);

@@ -1,4 +1,4 @@
-// Shared helpers of the object tests: temporary files and model comparison.
+// What the object tests share: temporary files, corpus listing and model comparison.
 #pragma once
 
 #include "objects/ObjModel.h"
