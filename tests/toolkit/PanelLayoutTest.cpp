@@ -133,6 +133,25 @@ TEST_F(PanelLayout, GetChildByIndexReadsTheTableWithIndexAndColumnExchanged) {
     EXPECT_EQ(panel->GetChildByIndex(0, 2), nullptr);
 }
 
+TEST_F(PanelLayout, ANamedPanelIsAFramedSubWindowWithItsTitleAbove) {
+    auto* framed = new HV_Panel(nullptr, false, 0, "Options", true, true);
+    ASSERT_TRUE(window->AddChild(framed));
+    const int topBefore = window->rootPanel->top - window->rootPanel->margeY;
+    EXPECT_EQ(framed->top, topBefore - 11); // children start under the title line
+    XPWidgetID title = FindByDescriptor(window->widget, "Options");
+    ASSERT_NE(title, nullptr);
+    EXPECT_EQ(GeometryOf(title).left, framed->left + 5);
+    EXPECT_EQ(GeometryOf(title).width(), 6 * 7);
+    EXPECT_EQ(GeometryOf(title).top, topBefore - 5);
+    EXPECT_EQ(HV_Panel::FromWidget(framed->widget), framed);
+    std::vector<XPWidgetID> subWindows = WidgetsOfClass(window->widget, xpWidgetClass_SubWindow);
+    ASSERT_EQ(subWindows.size(), 1u);
+    EXPECT_EQ(subWindows[0], framed->widget);
+    HV_Panel* child = Block(20);
+    ASSERT_TRUE(framed->AddChild(child, 0));
+    EXPECT_EQ(child->top, framed->top - 5);
+}
+
 TEST(PanelBounds, SetSizeAndSetPositionIgnoreValuesOutsideTheBounds) {
     HV_Panel fixed(kHV_NoStyle, true, 0, nullptr, true, true);
     fixed.SetSize(200, 100);
