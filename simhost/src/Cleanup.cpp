@@ -12,6 +12,9 @@ std::vector<std::string> listRegistrations(const HostCore& c, int pluginId) {
     std::vector<std::string> out;
     for (const DataRefRec& d : c.datarefs)
         if (d.owner == pluginId && !d.orphaned) out.push_back("dataref " + d.name);
+    for (const DataRefRec& d : c.datarefs)
+        for (const DataRefRec::Sharer& s : d.sharers)
+            if (s.plugin == pluginId) out.push_back("shared dataref " + d.name);
     for (const FlightLoopRec& f : c.flightLoops) {
         if (!f.alive || f.owner != pluginId) continue;
         std::ostringstream s;
@@ -29,11 +32,14 @@ std::vector<std::string> listRegistrations(const HostCore& c, int pluginId) {
 }
 
 void dropRegistrations(HostCore& c, int pluginId) {
-    for (DataRefRec& d : c.datarefs)
+    for (DataRefRec& d : c.datarefs) {
         if (d.owner == pluginId) {
             d.orphaned = true;
             d.acc = Accessors{};
         }
+        for (size_t i = d.sharers.size(); i-- > 0;)
+            if (d.sharers[i].plugin == pluginId) d.sharers.erase(d.sharers.begin() + static_cast<long>(i));
+    }
     for (FlightLoopRec& f : c.flightLoops)
         if (f.owner == pluginId) f.alive = false;
     dropDisplay(c, pluginId);

@@ -57,8 +57,24 @@ int toInt(double v) {
     return static_cast<int>(v);
 }
 
+constexpr size_t kMaxSharedItems = 65536; ///< bound on a shared array's elements or bytes
+
 void simWrote(DataRefRec* r) {
     if (r->onWrite) r->onWrite(*r);
+    if (!r->shared) return;
+    const std::vector<DataRefRec::Sharer> sharers = r->sharers; // a callback may unshare
+    for (const DataRefRec::Sharer& s : sharers) {
+        if (!s.notify || !pluginActive(s.plugin)) continue;
+        auto fn = reinterpret_cast<XPLMDataChanged_f>(s.notify);
+        callInto(s.plugin, "shared data notification", [&] { fn(s.refcon); });
+    }
+}
+
+/// A shared array or byte block grows to hold what a plug-in writes (within a bound).
+template <class V> void growShared(DataRefRec* r, V& storage, int offset, int count) {
+    if (!r->shared || offset < 0 || count <= 0) return;
+    const size_t end = static_cast<size_t>(offset) + static_cast<size_t>(count);
+    if (end > storage.size() && end <= kMaxSharedItems) storage.resize(end);
 }
 
 template <class R, class F> R readVia(DataRefRec* r, void* fn, F&& call) {
@@ -98,6 +114,7 @@ void writeArray(void* handle, int typeBit, void* Accessors::*setter, T* in, int 
     DataRefRec* r = live(handle);
     if (!r || !r->writable || !(r->types & typeBit) || !in) return;
     if (isSim(r)) {
+        growShared(r, r->values, offset, count);
         const int n = clip(static_cast<int>(r->values.size()), offset, count);
         for (int i = 0; i < n; ++i)
             r->values[static_cast<size_t>(offset + i)] = in[i];
@@ -252,6 +269,7 @@ void XPLMSetDatab(XPLMDataRef inDataRef, void* inValue, int inOffset, int inLeng
     DataRefRec* r = live(inDataRef);
     if (!r || !r->writable || !(r->types & xplmType_Data) || !inValue) return;
     if (isSim(r)) {
+        growShared(r, r->bytes, inOffset, inLength);
         int n = clip(static_cast<int>(r->bytes.size()), inOffset, inLength);
         if (n > 0) {
             std::memcpy(&r->bytes[static_cast<size_t>(inOffset)], inValue, static_cast<size_t>(n));
@@ -319,14 +337,47 @@ void XPLMUnregisterDataAccessor(XPLMDataRef inDataRef) {
     r->acc = Accessors{};
 }
 
-int XPLMShareData(const char* inDataName, XPLMDataTypeID inDataType, XPLMDataChanged_f, void*) {
-    // Shared data is not used by the products simhost hosts; refuse loudly rather than pretend.
-    writeLog(std::string("simhost: XPLMShareData(") + (inDataName ? inDataName : "") + ", " +
-             std::to_string(inDataType) + ") is not supported\n");
-    return 0;
+int XPLMShareData(const char* inDataName, XPLMDataTypeID inDataType, XPLMDataChanged_f inNotificationFunc,
+                  void* inNotificationRefcon) {
+    HostCore* c = core();
+    if (!c || !inDataName || !*inDataName) return 0;
+    DataRefRec* r = findDataRefRec(inDataName);
+    if (r && !r->shared) {
+        // A name X-Plane or a plug-in publishes cannot be shared.
+        return 0;
+    }
+    if (r && r->types != inDataType) return 0;
+    if (!r) {
+        c->datarefs.emplace_back();
+        r = &c->datarefs.back();
+        r->name = inDataName;
+        r->types = inDataType;
+        r->writable = true;
+        r->owner = 0; // shared data belongs to X-Plane and outlives the plug-ins that share it
+        r->shared = true;
+        const bool scalar = !(inDataType & (xplmType_FloatArray | xplmType_IntArray | xplmType_Data));
+        if (scalar) r->values.assign(1, 0.0);
+        c->datarefByName[r->name] = r;
+        c->datarefHandles.insert(r);
+    }
+    r->sharers.push_back(
+        DataRefRec::Sharer{caller(), reinterpret_cast<void*>(inNotificationFunc), inNotificationRefcon});
+    return 1;
 }
 
-int XPLMUnshareData(const char*, XPLMDataTypeID, XPLMDataChanged_f, void*) {
+int XPLMUnshareData(const char* inDataName, XPLMDataTypeID inDataType, XPLMDataChanged_f inNotificationFunc,
+                    void* inNotificationRefcon) {
+    DataRefRec* r = inDataName ? findDataRefRec(inDataName) : nullptr;
+    if (!r || !r->shared || r->types != inDataType) return 0;
+    const int me = caller();
+    for (size_t i = 0; i < r->sharers.size(); ++i) {
+        const DataRefRec::Sharer& s = r->sharers[i];
+        if (s.plugin == me && s.notify == reinterpret_cast<void*>(inNotificationFunc) &&
+            s.refcon == inNotificationRefcon) {
+            r->sharers.erase(r->sharers.begin() + static_cast<long>(i));
+            return 1;
+        }
+    }
     return 0;
 }
 

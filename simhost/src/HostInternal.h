@@ -64,6 +64,14 @@ struct DataRefRec {
     Accessors acc;
     /// Called after X-Plane's own value changed through a write.
     std::function<void(DataRefRec&)> onWrite;
+    /// XPLMShareData: the storage grows as plug-ins write, and every sharer hears of each write.
+    bool shared = false;
+    struct Sharer {
+        int plugin;
+        void* notify; ///< XPLMDataChanged_f
+        void* refcon;
+    };
+    std::vector<Sharer> sharers;
 };
 
 // ------------------------------------------------------------------ flight loops

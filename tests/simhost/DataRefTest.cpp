@@ -208,6 +208,39 @@ TEST_F(DataRefs, UnloadedOwnersDataRefsAreOrphansUntilReRegistered) {
     EXPECT_EQ(XPLMGetDatai(r), 0);
 }
 
+void countChange(void* refcon) {
+    ++*static_cast<int*>(refcon);
+}
+
+TEST_F(DataRefs, SharedDataIsOneValueEverySharerHearsAbout) {
+    int mine = 0, theirs = 0;
+    ASSERT_EQ(XPLMShareData("test/shared/flag", xplmType_Int, countChange, &mine), 1);
+    const int other = addOther("test.other");
+    host->setDirectCaller(other);
+    EXPECT_EQ(XPLMShareData("test/shared/flag", xplmType_Float, countChange, &theirs), 0); // other type
+    ASSERT_EQ(XPLMShareData("test/shared/flag", xplmType_Int, countChange, &theirs), 1);
+    XPLMDataRef r = XPLMFindDataRef("test/shared/flag");
+    XPLMSetDatai(r, 3);
+    EXPECT_EQ(mine, 1);
+    EXPECT_EQ(theirs, 1);
+    host->unloadPlugin(other);
+    host->setDirectCaller(me);
+    XPLMSetDatai(r, 4); // the data outlives the plug-in that shared it
+    EXPECT_EQ(XPLMGetDatai(r), 4);
+    EXPECT_EQ(mine, 2);
+    EXPECT_EQ(theirs, 1);
+    EXPECT_EQ(XPLMShareData("sim/time/paused", xplmType_Int, nullptr, nullptr), 0);
+
+    ASSERT_EQ(XPLMShareData("test/shared/blob", xplmType_Data, nullptr, nullptr), 1);
+    XPLMDataRef blob = XPLMFindDataRef("test/shared/blob");
+    EXPECT_EQ(XPLMGetDatab(blob, nullptr, 0, 0), 0);
+    char text[] = "KLM123";
+    XPLMSetDatab(blob, text, 0, 7); // grows to hold what is written
+    EXPECT_EQ(host->getString("test/shared/blob"), "KLM123");
+    EXPECT_EQ(XPLMUnshareData("test/shared/flag", xplmType_Int, countChange, &mine), 1);
+    EXPECT_EQ(XPLMUnshareData("test/shared/flag", xplmType_Int, countChange, &mine), 0);
+}
+
 TEST_F(DataRefs, IntrospectionListsEveryDataRef) {
     const int count = XPLMCountDataRefs();
     ASSERT_GT(count, 50);
