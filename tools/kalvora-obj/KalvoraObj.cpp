@@ -44,6 +44,8 @@ int Info(const std::string& path) {
     LoadedObject obj;
     if (!LoadObject(path, obj)) return Fail(path, kUnreadable);
     PrintInfo(std::cout, path, obj);
+    const std::string note = FirstLineNote(path);
+    if (!note.empty()) std::cout << "note: " << note << "\n";
     return kExitOk;
 }
 
@@ -56,6 +58,8 @@ int Validate(const std::vector<std::string>& paths) {
             continue;
         }
         std::string why;
+        const std::string note = FirstLineNote(path);
+        if (!note.empty()) std::cerr << "kalvora-obj: " << path << ": note: " << note << "\n";
         if (ValidateLoaded(obj, &why))
             std::cout << path << ": ok (" << FormatName(obj.format) << ")\n";
         else

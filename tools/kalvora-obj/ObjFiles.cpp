@@ -4,7 +4,12 @@
 #include "objects/Obj7Reader.h"
 #include "objects/Obj8Reader.h"
 
+#include <fstream>
 #include <sys/stat.h>
+
+namespace {
+constexpr size_t kMaxShownLine = 40; // characters of an odd first line quoted in the note
+} // namespace
 
 bool LoadObject(const std::string& path, LoadedObject& out) {
     out.format = ObjFormat::None;
@@ -17,6 +22,17 @@ bool LoadObject(const std::string& path, LoadedObject& out) {
         return true;
     }
     return false;
+}
+
+std::string FirstLineNote(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::string line;
+    char c;
+    while (in.get(c) && c != '\r' && c != '\n' && line.size() < kMaxShownLine)
+        line += c;
+    // "A", "I" and "D" conventionally name the line-end style the file was written with.
+    if (line == "A" || line == "I" || line == "D") return std::string();
+    return "first line is \"" + line + "\", not A, I or D (not checked when reading)";
 }
 
 bool SameFile(const std::string& a, const std::string& b) {

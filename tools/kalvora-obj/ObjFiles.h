@@ -17,6 +17,9 @@ struct LoadedObject {
 
 /// Reads `path` as OBJ8, falling back to OBJ7; false (format None) when neither reads.
 bool LoadObject(const std::string& path, LoadedObject& out);
+/// A note when the file's first line is not one of the conventional line-end letters (the readers do not
+/// check it); empty otherwise.
+std::string FirstLineNote(const std::string& path);
 /// True when both paths name the same existing file.
 bool SameFile(const std::string& a, const std::string& b);
 /// "OBJ7" or "OBJ8".
