@@ -9,8 +9,8 @@
 //
 // Attributes carry their numbers on the keyword's line. Primitives are followed by
 // their vertices, which may be spread over lines freely (quad strips are commonly
-// written two vertices to a line): x y z s t for polygons, x y z r g b for lights
-// and lines. "//" starts a comment that runs to the end of the line.
+// written two vertices to a line; a short primitive may stand on one line): x y z s t for polygons, x y z r g
+// b for lights and lines. "//" starts a comment that runs to the end of the line.
 #include "objects/Obj7Reader.h"
 
 #include "objects/ObjFileText.h"
@@ -82,9 +82,9 @@ bool ParseObj7(std::vector<unsigned char>& text, XObj& obj) {
                 cmd.values.push_back(TXT_MAP_flt_scan(p, end, false));
             TXT_MAP_str_scan_eoln(p, end, nullptr);
         } else {
-            const int n = VertexCount(p, end, info);
-            TXT_MAP_str_scan_eoln(p, end, nullptr);
+            // The vertices may start on the keyword's own line; a comment there is skipped.
             // A truncated file ends the vertex list where the text ends.
+            const int n = VertexCount(p, end, info);
             for (int i = 0; i < n && p < end; ++i) {
                 // x y z then s t (polygons) or r g b (lights and lines)
                 if (info.kind == obj_Poly) {

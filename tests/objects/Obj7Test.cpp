@@ -73,6 +73,22 @@ TEST(Obj7Reader, PrimitivesAttributesAndComments) {
     EXPECT_EQ(obj.cmds[6].values.size(), 4u); // nothing after "end" is read
 }
 
+TEST(Obj7Reader, VerticesMayShareTheKeywordLine) {
+    XObj obj;
+    ASSERT_TRUE(Read7(std::string(kHeader7) + "tri 1 1 1 0 0  2 2 2 1 0  3 3 3 1 1 // all on one line\n"
+                                              "light 4 5 6 10 10 10\n"
+                                              "tri_fan 3 7 7 7 0 0\n8 8 8 0 0\n9 9 9 0 0\nend\n",
+                      obj));
+    ASSERT_EQ(obj.cmds.size(), 3u);
+    ASSERT_EQ(obj.cmds[0].texVerts.size(), 3u);
+    EXPECT_FLOAT_EQ(obj.cmds[0].texVerts[2].v[0], 3.0f);
+    EXPECT_FLOAT_EQ(obj.cmds[0].texVerts[2].st[1], 1.0f);
+    EXPECT_FLOAT_EQ(obj.cmds[1].rgbVerts[0].v[2], 6.0f);
+    ASSERT_EQ(obj.cmds[2].texVerts.size(), 3u);
+    EXPECT_FLOAT_EQ(obj.cmds[2].texVerts[0].v[0], 7.0f);
+    EXPECT_FLOAT_EQ(obj.cmds[2].texVerts[2].v[0], 9.0f);
+}
+
 TEST(Obj7Reader, TruncatedPrimitiveEndsWithTheText) {
     XObj obj;
     ASSERT_TRUE(Read7(std::string(kHeader7) + "polygon 2000000000\n1 2 3 4 5\n6 7 8", obj));
