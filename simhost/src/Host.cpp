@@ -94,6 +94,7 @@ Host::Host(HostOptions options) : impl_(new Impl) {
     installSimDataRefs(c);
     defineSimCommands(c);
     createRootMenus(c);
+    c.datarefsAnnounced = c.datarefs.size();
     worldReset(c);
     gfx::setEnabled(options.render);
     updateCamera(c);
@@ -184,6 +185,7 @@ void Host::runFrames(int n) {
             held.push_back(h.first);
         for (CommandRec* cmd : held)
             if (c.commandsHeld.count(cmd)) runCommandPhase(cmd, 1);
+        announceNewDataRefs(c);
         deliverObjectLoads(c);
         ++c.flightLoopCounter;
         runFlightLoops(c, 0);

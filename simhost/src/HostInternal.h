@@ -40,6 +40,7 @@ struct PluginRec {
     void (*xReceive)(int, int, void*) = nullptr;
     InProcessPlugin inProcess;      ///< callbacks when dl is null
     std::set<std::string> features; ///< XPLMEnableFeature
+    void* errorCallback = nullptr;  ///< XPLMError_f from XPLMSetErrorCallback
 };
 
 // ------------------------------------------------------------------ datarefs
@@ -268,7 +269,7 @@ struct HostCore {
     int nextProbe = 1;
     WorldRec world;
     Aircraft aircraft;
-    void* errorCallback = nullptr; ///< XPLMError_f
+    size_t datarefsAnnounced = 0; ///< dataref count last sent with XPLM_MSG_DATAREFS_ADDED
 };
 
 /// The live host's state, or nullptr when no Host exists.
@@ -324,6 +325,7 @@ void routeKey(char ch, int flags, char vkey);                                // 
 void dropRegistrations(HostCore& c, int pluginId);                           // Cleanup.cpp
 std::vector<std::string> listRegistrations(const HostCore& c, int pluginId); // Cleanup.cpp
 void sendToPlugin(int to, int message, void* param, int from);               // Plugins.cpp
+void announceNewDataRefs(HostCore& c);                                       // Plugins.cpp
 
 } // namespace simhost::detail
 

@@ -233,6 +233,20 @@ void sendToPlugin(int to, int message, void* param, int from) {
     }
 }
 
+void announceNewDataRefs(HostCore& c) {
+    // At most once per frame, to the plug-ins that asked for it, with the new total count.
+    if (c.datarefs.size() <= c.datarefsAnnounced) return;
+    c.datarefsAnnounced = c.datarefs.size();
+    int count = static_cast<int>(c.datarefs.size());
+    constexpr int kMsgDataRefsAdded = 114;
+    const size_t n = c.plugins.size();
+    for (size_t i = 0; i < n; ++i) {
+        PluginRec& p = *c.plugins[i];
+        if (p.alive && p.enabled && p.features.count("XPLM_WANTS_DATAREF_NOTIFICATIONS"))
+            sendToPlugin(p.id, kMsgDataRefsAdded, &count, 0);
+    }
+}
+
 } // namespace simhost::detail
 
 using namespace simhost::detail;

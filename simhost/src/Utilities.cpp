@@ -83,9 +83,11 @@ void apiError(const std::string& text) {
     HostCore* c = core();
     if (!c) return;
     writeLog("simhost: API error: " + text + "\n");
-    if (c->errorCallback) {
-        auto fn = reinterpret_cast<XPLMError_f>(c->errorCallback);
-        callInto(caller(), "error callback", [&] { fn(text.c_str()); });
+    const int who = caller();
+    PluginRec* p = plugin(who);
+    if (p && p->alive && p->errorCallback) {
+        auto fn = reinterpret_cast<XPLMError_f>(p->errorCallback);
+        callInto(who, "error callback", [&] { fn(text.c_str()); });
     }
 }
 
@@ -189,7 +191,7 @@ void* XPLMFindSymbol(const char* inString) {
 }
 
 void XPLMSetErrorCallback(XPLMError_f inCallback) {
-    if (HostCore* c = core()) c->errorCallback = reinterpret_cast<void*>(inCallback);
+    if (PluginRec* p = plugin(caller())) p->errorCallback = reinterpret_cast<void*>(inCallback);
 }
 
 void XPLMSimulateKeyPress(int inKeyType, int inKey) {

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <unistd.h>
 
 namespace {
 
@@ -185,6 +186,59 @@ TEST_F(Plugins, TempSandboxIsRemovedWithTheHost) {
     ASSERT_TRUE(std::filesystem::exists(dir));
     host.reset();
     EXPECT_FALSE(std::filesystem::exists(dir));
+}
+
+std::vector<std::string> gErrors;
+void onError(const char* message) {
+    gErrors.push_back(message);
+}
+
+TEST_F(Plugins, NewDataRefsAreAnnouncedOncePerFrameToThoseWhoAsked) {
+    std::vector<int> counts;
+    const int listener = addOther("test.listener", [&](int, int msg, void* param) {
+        if (msg == 114) counts.push_back(*static_cast<int*>(param));
+    });
+    host->setDirectCaller(listener);
+    XPLMEnableFeature("XPLM_WANTS_DATAREF_NOTIFICATIONS", 1);
+    EXPECT_TRUE(XPLMIsFeatureEnabled("XPLM_WANTS_DATAREF_NOTIFICATIONS"));
+    host->setDirectCaller(me);
+    const int before = XPLMCountDataRefs();
+    XPLMRegisterDataAccessor("test/a", xplmType_Int, 0, readZero, nullptr, nullptr, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    XPLMRegisterDataAccessor("test/b", xplmType_Int, 0, readZero, nullptr, nullptr, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    host->runFrames(3);
+    EXPECT_EQ(counts, (std::vector<int>{before + 2}));
+}
+
+TEST_F(Plugins, ApiMisuseReachesTheCallersErrorCallback) {
+    gErrors.clear();
+    XPLMSetErrorCallback(onError);
+    XPLMCreateFlightLoop(nullptr);
+    ASSERT_EQ(gErrors.size(), 1u);
+    EXPECT_NE(gErrors[0].find("XPLMCreateFlightLoop"), std::string::npos);
+    host->setDirectCaller(addOther("test.quiet")); // has no error callback
+    XPLMCreateFlightLoop(nullptr);
+    EXPECT_EQ(gErrors.size(), 1u);
+    EXPECT_NE(host->logText().find("API error: XPLMCreateFlightLoop"), std::string::npos);
+}
+
+TEST_F(Plugins, SpeechCanBeSpokenIntoWavFiles) {
+    if (access("/usr/bin/espeak-ng", X_OK) != 0) GTEST_SKIP() << "espeak-ng is not installed";
+    const std::string dir = ::testing::TempDir() + "simhost-speech";
+    std::filesystem::create_directories(dir);
+    simhost::HostOptions o;
+    o.speechWavDir = dir;
+    start(o);
+    XPLMSpeakString("Brakes released, starting push back");
+    const std::string wav = dir + "/speech-001.wav";
+    ASSERT_TRUE(std::filesystem::exists(wav));
+    std::ifstream f(wav, std::ios::binary);
+    char riff[4] = {};
+    f.read(riff, 4);
+    EXPECT_EQ(std::string(riff, 4), "RIFF");
+    EXPECT_GT(std::filesystem::file_size(wav), 1000u); // more than a header
+    std::filesystem::remove_all(dir);
 }
 
 TEST_F(Plugins, FindSymbolFindsOnlyTheApi) {
