@@ -54,3 +54,4 @@ void BM_FindDataRef(benchmark::State& state) {
 BENCHMARK(BM_FindDataRef);
 
 } // namespace
+BENCHMARK_MAIN();
