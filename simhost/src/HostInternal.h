@@ -272,6 +272,14 @@ struct HostCore {
     size_t datarefsAnnounced = 0; ///< dataref count last sent with XPLM_MSG_DATAREFS_ADDED
 };
 
+/// The local frame's reference point as X-Plane publishes it (lat_ref/lon_ref are floats), degrees.
+inline double refLat(const HostCore& c) {
+    return static_cast<float>(c.opt.startLatDeg);
+}
+inline double refLon(const HostCore& c) {
+    return static_cast<float>(c.opt.startLonDeg);
+}
+
 /// The live host's state, or nullptr when no Host exists.
 HostCore* core();
 /// Installs or clears the live host's state.

@@ -66,8 +66,7 @@ void XPLMPlaceUserAtLocation(double latitudeDegrees, double longitudeDegrees, fl
     HostCore* c = core();
     if (!c) return;
     double x = 0, y = 0, z = 0;
-    worldToLocal(c->opt.startLatDeg, c->opt.startLonDeg, latitudeDegrees, longitudeDegrees,
-                 elevationMetersMSL, x, y, z);
+    worldToLocal(refLat(*c), refLon(*c), latitudeDegrees, longitudeDegrees, elevationMetersMSL, x, y, z);
     c->datarefByName.at("sim/flightmodel/position/local_x")->values[0] = x;
     c->datarefByName.at("sim/flightmodel/position/local_z")->values[0] = z;
     c->world.prevX = x;

@@ -51,7 +51,7 @@ const char* n1Name(HostCore& c) {
 
 void updateGeodetic(HostCore& c) {
     double lat = 0, lon = 0, alt = 0;
-    localToWorld(c.opt.startLatDeg, c.opt.startLonDeg, val(c, "sim/flightmodel/position/local_x"),
+    localToWorld(refLat(c), refLon(c), val(c, "sim/flightmodel/position/local_x"),
                  val(c, "sim/flightmodel/position/local_y"), val(c, "sim/flightmodel/position/local_z"), lat,
                  lon, alt);
     val(c, "sim/flightmodel/position/latitude") = lat;
@@ -91,8 +91,8 @@ void worldReset(HostCore& c) {
     val(c, "sim/flightmodel/position/local_x") = 0;
     val(c, "sim/flightmodel/position/local_z") = 0;
     val(c, "sim/flightmodel/position/local_y") = c.world.groundY + parkedHeight(a);
-    val(c, "sim/flightmodel/position/lat_ref") = c.opt.startLatDeg;
-    val(c, "sim/flightmodel/position/lon_ref") = c.opt.startLonDeg;
+    val(c, "sim/flightmodel/position/lat_ref") = refLat(c);
+    val(c, "sim/flightmodel/position/lon_ref") = refLon(c);
     val(c, "sim/flightmodel/position/y_agl") = parkedHeight(a);
     val(c, "sim/flightmodel/position/groundspeed") = 0;
     writeAttitude(c, c.opt.startHeadingDeg, a.groundPitchDeg, 0);

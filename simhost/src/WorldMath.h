@@ -5,7 +5,7 @@ namespace simhost::detail {
 
 constexpr double kPi = 3.14159265358979323846;
 constexpr double kDegToRad = kPi / 180.0;
-constexpr double kEarthRadiusM = 6378137.0; ///< metres (WGS-84 equatorial)
+constexpr double kEarthRadiusM = 6371008.8; ///< mean Earth radius, metres (as XPLMWorldToLocal uses)
 
 /// Heading in [0, 360) degrees.
 double wrap360(double deg);

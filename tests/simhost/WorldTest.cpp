@@ -3,6 +3,7 @@
 #include "SimhostFixture.h"
 
 #include "XPLMDataAccess.h"
+#include "XPLMGraphics.h"
 #include "XPLMScenery.h"
 
 #include <cmath>
@@ -64,6 +65,19 @@ TEST_F(World, GroundspeedComesFromTheDisplacementPerFrame) {
     // Moving south-east lowers the latitude and raises the longitude.
     EXPECT_LT(host->getf("sim/flightmodel/position/latitude"), host->options().startLatDeg);
     EXPECT_GT(host->getf("sim/flightmodel/position/longitude"), host->options().startLonDeg);
+}
+
+TEST_F(World, GeodeticPositionAgreesWithTheLocalFrameConversions) {
+    host->set("sim/flightmodel/position/local_x", 250.0);
+    host->set("sim/flightmodel/position/local_z", -1200.0);
+    host->runFrames(1);
+    double x = 0, y = 0, z = 0;
+    XPLMWorldToLocal(host->getf("sim/flightmodel/position/latitude"),
+                     host->getf("sim/flightmodel/position/longitude"),
+                     host->getf("sim/flightmodel/position/elevation"), &x, &y, &z);
+    EXPECT_NEAR(x, 250.0, 0.01);
+    EXPECT_NEAR(z, -1200.0, 0.01);
+    EXPECT_NEAR(y, host->getf("sim/flightmodel/position/local_y"), 0.01);
 }
 
 TEST_F(World, AircraftStaysOnTheApronUnlessFlown) {
