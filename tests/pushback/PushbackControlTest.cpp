@@ -1,0 +1,284 @@
+// Whether a push-back may start and why not, the status dataref's write side,
+// the crew's message texts and the preferences that silence them, and the
+// switch to an outside view.
+#include "PushbackFixture.h"
+
+#include <algorithm>
+
+namespace kalvora_test {
+namespace {
+
+class PushbackControl : public PushbackTest {
+protected:
+    /// Rolls at that speed for one frame, so that the host derives the ground speed.
+    void SetGroundSpeed(double mps) {
+        host->set("sim/flightmodel/position/groundspeed", mps);
+        host->runFrames(1);
+    }
+    void SetHeight(double m) { host->set("sim/flightmodel/position/y_agl", m); }
+    void SetGearHandle(int down) { host->set("sim/cockpit/switches/gear_handle_status", down); }
+    void SetN1(int engine, double percent) { host->set(N1Name(), percent, engine); }
+    std::string N1Name() {
+        return host->exists("sim/flightmodel/engine/ENGN_N1_") ? "sim/flightmodel/engine/ENGN_N1_"
+                                                               : "sim/flightmodel/engine/ENGN_N1";
+    }
+};
+
+TEST_F(PushbackControl, ParkedAircraftMayStart) {
+    EXPECT_EQ(validatePushBackenvironment(), 0);
+    std::snprintf(ErrorMessage, sizeof ErrorMessage, "%s", "earlier");
+    ErrorMessageInterpretor(0);
+    EXPECT_STREQ(ErrorMessage, "earlier"); // no text for an allowed start
+}
+
+TEST_F(PushbackControl, AirborneOnlyAboveTwentyMetresAndFasterThanFive) {
+    SetGearHandle(0);
+    SetHeight(25.0);
+    SetGroundSpeed(6.0);
+    EXPECT_EQ(validatePushBackenvironment(), -6);
+    ErrorMessageInterpretor(-6);
+    EXPECT_STREQ(ErrorMessage, "You can't start a PushBack while airborne!");
+
+    SetHeight(19.0); // low and fast with the gear up: neither airborne nor taxiing
+    EXPECT_EQ(validatePushBackenvironment(), 0);
+    SetHeight(25.0);
+    SetGroundSpeed(4.0); // high but slow
+    EXPECT_EQ(validatePushBackenvironment(), 0);
+}
+
+TEST_F(PushbackControl, TaxiingIsFasterThanTwoWithTheGearHandleDown) {
+    SetGearHandle(1);
+    SetGroundSpeed(2.5);
+    EXPECT_EQ(validatePushBackenvironment(), -4);
+    ErrorMessageInterpretor(-4);
+    EXPECT_STREQ(ErrorMessage, "You can't start a PushBack while taxiing!");
+    SetGroundSpeed(1.5);
+    EXPECT_EQ(validatePushBackenvironment(), 0);
+    SetHeight(15.0); // in the air below 20 m and faster than 5 counts as taxiing
+    SetGroundSpeed(6.0);
+    EXPECT_EQ(validatePushBackenvironment(), -4);
+}
+
+TEST_F(PushbackControl, RunningEnginesNeedThePreference) {
+    SetN1(1, 22.0);
+    EXPECT_EQ(validatePushBackenvironment(), -5);
+    ErrorMessageInterpretor(-5);
+    EXPECT_STREQ(ErrorMessage, "You can't Pushback a plane while the engines are; running. "
+                               "(you can allow this in the preferences panel.");
+    PrefAllowEngnON = true;
+    EXPECT_EQ(validatePushBackenvironment(), 0);
+    PrefAllowEngnON = false;
+    SetN1(1, 5.0); // idle spool-down at exactly 5 percent does not count
+    EXPECT_EQ(validatePushBackenvironment(), 0);
+    // Only the aircraft's own engines are looked at.
+    host->set("sim/aircraft/engine/acf_num_engines", 1);
+    SetN1(1, 60.0);
+    EXPECT_FALSE(AreEnginesRunning());
+    SetN1(0, 60.0);
+    EXPECT_TRUE(AreEnginesRunning());
+    host->set("sim/aircraft/engine/acf_num_engines", 500); // nonsense engine counts are bounded
+    EXPECT_TRUE(AreEnginesRunning());
+    host->set("sim/aircraft/engine/acf_num_engines", -3);
+    EXPECT_FALSE(AreEnginesRunning());
+}
+
+TEST_F(PushbackControl, ConnectedGPURefusesTheMenuButNotTheDataref) {
+    gKLVisGPUpresent = true;
+    EXPECT_EQ(StartFromMenu(kMenuStraight), -2);
+    EXPECT_STREQ(ErrorMessage, "You can't start a PushBack with the GPU running!");
+    EXPECT_EQ(gKLVTruckMovementPhase, kTruckIdle);
+    EXPECT_EQ(Status(), 0);
+
+    WriteStatus(1);
+    EXPECT_EQ(Status(), 1);
+    EXPECT_EQ(gKLVTruckMovementPhase, kTruckPlaced);
+    EXPECT_TRUE(TruckObjectIsVisible());
+}
+
+TEST_F(PushbackControl, AlreadyMovingWinsOverEveryOtherReason) {
+    gKLVisPlaneMoving = true;
+    gKLVisGPUpresent = true;
+    SetN1(0, 80.0);
+    EXPECT_EQ(validatePushBackenvironment(), -3);
+    ErrorMessageInterpretor(-3);
+    EXPECT_STREQ(ErrorMessage, "Please wait for the current maneuver to finish;before restarting one!");
+    gKLVisPlaneMoving = false;
+    EXPECT_EQ(validatePushBackenvironment(), -2); // then the GPU, then the engines
+}
+
+TEST_F(PushbackControl, ErrorTextsOfOtherCodes) {
+    ErrorMessageInterpretor(-7);
+    EXPECT_STREQ(ErrorMessage, "This version of Kalvora is not compatible ; with this version of X-Plane.");
+    for (int code : {-8, -1, 1, 42}) {
+        ErrorMessageInterpretor(code);
+        EXPECT_STREQ(ErrorMessage,
+                     "This version of Kalvora is not compatible ; with this version of X-Plane.");
+    }
+}
+
+TEST_F(PushbackControl, MenuStartNamesTheTurnTheDatarefStartAlwaysSaysStraight) {
+    ASSERT_EQ(StartFromMenu(kMenuTailRight), 0);
+    EXPECT_EQ(Spoken().back(), "Ok, D-AKLV we are ready to push back tail right. Please remove breaks.");
+    ASSERT_EQ(StartFromMenu(kMenuAutoLeft), 0);
+    EXPECT_EQ(Spoken().back(), "Ok, D-AKLV we are ready to push back tail left. Please remove breaks.");
+    WriteStatus(2);
+    EXPECT_EQ(Spoken().back(), "Ok, D-AKLV we are ready to push back straight. Please remove breaks.");
+    EXPECT_EQ(Status(), 2);
+}
+
+TEST_F(PushbackControl, StatusWritesSetTheManoeuvre) {
+    Reboot([] {
+        simhost::HostOptions o;
+        o.startHeadingDeg = 200.0;
+        return o;
+    }());
+    const struct {
+        int value, rotate, phase, finalPsi, status;
+    } rows[] = {
+        {1, kRotateStraight, kPhaseStraightLeg, 200, 1}, {2, kRotateTailRight, kPhaseTurn, 110, 2},
+        {3, kRotateTailLeft, kPhaseTurn, 290, 3},        {4, kRotateTailRight, kPhaseStraightLeg, 110, 2},
+        {5, kRotateTailLeft, kPhaseStraightLeg, 290, 3},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.value);
+        WriteStatus(row.value);
+        EXPECT_EQ(gKLVPlaneMoveDirection, kMoveBackward);
+        EXPECT_EQ(gKLVPlaneRotateDir, row.rotate);
+        EXPECT_EQ(gKLVautoPbPhase, row.phase);
+        EXPECT_EQ(gKLVfinalPsi, row.finalPsi);
+        EXPECT_EQ(Status(), row.status);
+        // The end point lies the push length behind the aircraft, also for plain turns.
+        EXPECT_NEAR(std::hypot(gKLVfinalx - X(), gKLVfinalz - Z()), gKLVPbLength, 1e-3);
+        EXPECT_EQ(gKLVTruckMovementPhase, kTruckPlaced);
+    }
+}
+
+TEST_F(PushbackControl, StatusWritesOutsideOneToFiveStopEverything) {
+    for (int value : {0, -1, 6, 99}) {
+        SCOPED_TRACE(value);
+        WriteStatus(4);
+        ASSERT_EQ(Status(), 2);
+        WriteStatus(value);
+        EXPECT_EQ(Status(), 0);
+        EXPECT_EQ(gKLVTruckMovementPhase, kTruckIdle);
+        EXPECT_FALSE(TruckObjectIsVisible());
+        EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
+    }
+}
+
+TEST_F(PushbackControl, StatusReadsThreeDuringAnAutomatedTailLeftPush) {
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuAutoLeft), 0);
+    EXPECT_EQ(Status(), 3);
+    ASSERT_TRUE(RunUntilMoving(30.0));
+    EXPECT_EQ(Status(), 3);
+    ASSERT_TRUE(host->runUntil([] { return gKLVautoPbPhase == kPhaseTurn; }, 30.0));
+    EXPECT_EQ(Status(), 3);
+    ASSERT_TRUE(RunUntilPhase(kTruckLeaving, 60.0));
+    EXPECT_EQ(Status(), 3);
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+    EXPECT_EQ(Status(), 0);
+}
+
+TEST_F(PushbackControl, CrewSilentWithBothMessagePreferencesOff) {
+    PrefAuralCrewMessage = false;
+    PrefWrittenCrewMessage = false;
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+    host->runFor(20.0);
+    EXPECT_TRUE(Spoken().empty());
+    EXPECT_EQ(Shown(), nullptr);
+    EXPECT_EQ(host->geti(kTextOut), 1);
+    // The crew's last message is still composed, only neither spoken nor shown.
+    EXPECT_STREQ(GroundMessage, "D-AKLV push back terminated, cleared to taxi. Good flight !");
+}
+
+TEST_F(PushbackControl, SpokenOnlyOrWrittenOnly) {
+    PrefWrittenCrewMessage = false;
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    EXPECT_EQ(Spoken().size(), 1u);
+    EXPECT_EQ(Shown(), nullptr);
+
+    PrefWrittenCrewMessage = true;
+    PrefAuralCrewMessage = false;
+    host->set(kTextOut, 1);
+    ShowTempoDialog("shown", 4, 3);
+    SpeakGroundMessage("not spoken");
+    EXPECT_EQ(Spoken().size(), 1u);
+    ASSERT_NE(Shown(), nullptr);
+    EXPECT_STREQ(Shown()->text, "shown");
+    EXPECT_EQ(host->geti(kTextOut), 1);
+}
+
+TEST_F(PushbackControl, CallSignIsTheFirstSixCharactersOfTheTailNumber) {
+    host->setString("sim/aircraft/view/acf_tailnum", "HB-JVXLONGER");
+    TruckGroundMessageInterpretor(1);
+    EXPECT_STREQ(GroundMessage, "HB-JVX starting push back");
+    host->setString("sim/aircraft/view/acf_tailnum", "N1");
+    TruckGroundMessageInterpretor(4);
+    EXPECT_STREQ(GroundMessage, "N1 thanks you, we are starting pushback");
+    EXPECT_EQ(Spoken().back(), "N1 thanks you, we are starting pushback");
+}
+
+TEST_F(PushbackControl, MessageFivePrintsThePreviousMessageAndSpeaksItAgain) {
+    host->setString("sim/aircraft/view/acf_tailnum", "AB%sCD");
+    TruckGroundMessageInterpretor(3);
+    ASSERT_STREQ(GroundMessage, "AB%sCD do you confirm brake is released?");
+    testing::internal::CaptureStdout();
+    TruckGroundMessageInterpretor(5);
+    const std::string printed = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(printed, "ABCould you release the breakCD do you confirm brake is released?");
+    EXPECT_STREQ(GroundMessage, "AB%sCD do you confirm brake is released?");
+    const auto spoken = Spoken();
+    ASSERT_EQ(spoken.size(), 2u);
+    EXPECT_EQ(spoken[1], spoken[0]);
+
+    // A tail number full of conversions is printed, not interpreted.
+    host->setString("sim/aircraft/view/acf_tailnum", "%n%x%s");
+    TruckGroundMessageInterpretor(1);
+    testing::internal::CaptureStdout();
+    TruckGroundMessageInterpretor(5);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "%n%xCould you release the break starting push back");
+
+    const std::string before = GroundMessage;
+    for (int n : {-1, 6, 100})
+        TruckGroundMessageInterpretor(n);
+    EXPECT_EQ(GroundMessage, before);
+    EXPECT_EQ(Spoken().size(), 4u);
+}
+
+TEST_F(PushbackControl, OutsideViewOnlyFromAnInsideViewAndWhenWanted) {
+    ASSERT_FALSE(host->camera().external);
+    PrefSwitchView = false;
+    setViewtoExtern();
+    EXPECT_TRUE(host->commandsRun().empty());
+    EXPECT_FALSE(host->camera().external);
+
+    PrefSwitchView = true;
+    setViewtoExtern();
+    ASSERT_EQ(host->commandsRun().size(), 1u);
+    EXPECT_EQ(host->commandsRun()[0], "sim/view/still_spot");
+    EXPECT_TRUE(host->camera().external);
+    setViewtoExtern(); // already outside: nothing more
+    EXPECT_EQ(host->commandsRun().size(), 1u);
+}
+
+TEST_F(PushbackControl, TextOutputIsTurnedBackOnOnlyWhenOff) {
+    host->set(kTextOut, 0);
+    ResetWrittenATC();
+    EXPECT_EQ(host->geti(kTextOut), 1);
+    host->set(kTextOut, 7);
+    ResetWrittenATC();
+    EXPECT_EQ(host->geti(kTextOut), 1);
+}
+
+TEST_F(PushbackControl, NightIsTheCockpitLights) {
+    host->set("sim/cockpit/electrical/cockpit_lights_on", 0);
+    EXPECT_FALSE(IsNight());
+    host->set("sim/cockpit/electrical/cockpit_lights_on", 1);
+    EXPECT_TRUE(IsNight());
+}
+
+} // namespace
+} // namespace kalvora_test

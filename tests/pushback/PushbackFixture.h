@@ -1,0 +1,173 @@
+// A fresh simhost per test with the plug-in's flight loops, draw callback and
+// published datarefs registered as the plug-in does at start, every global of
+// the push-back sequence back at its start value, and the steps the menu takes
+// to start a manoeuvre.
+#pragma once
+
+#include "core/AppFixture.h"
+
+#include "XPLMDisplay.h"
+#include "XPLMProcessing.h"
+#include "core/CrewMessages.h"
+#include "core/PushbackControl.h"
+#include "motion/AircraftPlacement.h"
+#include "gpu/GPUService.h"
+#include "toolkit/Dialog.h"
+#include "truck/TruckMovement.h"
+#include "truck/TruckObject.h"
+#include "utils/HostRelease.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace kalvora_test {
+
+/// Menu items that start a manoeuvre.
+enum MenuItem {
+    kMenuStraight = 3,
+    kMenuTailRight = 4,
+    kMenuTailLeft = 5,
+    kMenuAutoRight = 6,
+    kMenuAutoLeft = 7
+};
+
+constexpr const char* kParkBrake = "sim/flightmodel/controls/parkbrake";
+constexpr const char* kTextOut = "sim/operation/prefs/text_out";
+constexpr const char* kStatus = "halvern/kalvora/PBstatus";
+
+class PushbackTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        Boot();
+    }
+
+    void TearDown() override {
+        host->setDirectCaller(pluginId);
+        HV_Message::Close();
+        AppTest::TearDown();
+    }
+
+    /// A new host with these options, set up as in SetUp.
+    void Reboot(const simhost::HostOptions& options) {
+        host->setDirectCaller(pluginId);
+        HV_Message::Close();
+        Restart(options);
+        Boot();
+    }
+
+    /// What the menu does for items 3 to 7: checks, then the manoeuvre's fields and start.
+    /// Returns the refusal code (0 when started); a refusal leaves its text in ErrorMessage.
+    int StartFromMenu(MenuItem item) {
+        const int code = validatePushBackenvironment();
+        if (code < 0) {
+            ErrorMessageInterpretor(code);
+            return code;
+        }
+        resetAll();
+        gKLVPlaneMoveDirection = kMoveBackward;
+        switch (item) {
+        case kMenuStraight:
+            gKLVPlaneRotateDir = kRotateStraight;
+            gKLVautoPbPhase = kPhaseStraightLeg;
+            PBInitialisation();
+            gKLVfinalPsi = static_cast<int>(Psi());
+            CalcFinalxz(gKLVPbLength, &gKLVfinalx, &gKLVfinalz);
+            break;
+        case kMenuTailRight:
+        case kMenuTailLeft:
+            gKLVPlaneRotateDir = item == kMenuTailRight ? kRotateTailRight : kRotateTailLeft;
+            gKLVautoPbPhase = kPhaseTurn;
+            PBInitialisation();
+            CalcFinalPsi(gKLVPlaneRotateDir, &gKLVfinalPsi);
+            break;
+        case kMenuAutoRight:
+        case kMenuAutoLeft:
+            gKLVPlaneRotateDir = item == kMenuAutoRight ? kRotateTailRight : kRotateTailLeft;
+            gKLVautoPbPhase = kPhaseStraightLeg;
+            PBInitialisation();
+            CalcFinalPsi(gKLVPlaneRotateDir, &gKLVfinalPsi);
+            CalcFinalxz(gKLVPbLength, &gKLVfinalx, &gKLVfinalz);
+            break;
+        }
+        return 0;
+    }
+
+    /// Writes the status dataref as another plug-in would.
+    void WriteStatus(int value) { host->set(kStatus, value); }
+    int Status() { return host->geti(kStatus); }
+
+    /// Towing gear position in the local frame, metres.
+    void Gear(double* x, double* z) {
+        double y = 0.0;
+        GearPostionOGL(gKLVGearIndex, x, &y, z);
+    }
+    /// Flat distance from the truck to the towing gear, metres.
+    double TruckToGear() {
+        double gx = 0.0, gz = 0.0;
+        Gear(&gx, &gz);
+        return std::hypot(gKLVTruckX - gx, gKLVTruckZ - gz);
+    }
+    /// How far the truck is ahead of the towing gear along the aircraft's heading, metres.
+    double TruckAheadOfGear() {
+        double gx = 0.0, gz = 0.0;
+        Gear(&gx, &gz);
+        const double h = Psi() * M_PI / 180.0; // heading 0 looks towards -z
+        return (gKLVTruckX - gx) * std::sin(h) - (gKLVTruckZ - gz) * std::cos(h);
+    }
+
+    std::vector<std::string> Spoken() { return host->transcriptTexts("speech"); }
+    /// The timed message on screen, or null.
+    static HV_Message* Shown() {
+        return gXPLMWindowID ? static_cast<HV_Message*>(XPLMGetWindowRefCon(gXPLMWindowID)) : nullptr;
+    }
+    /// Seconds the shown message stays up counted from now (whole seconds of the host's clock).
+    int ShownSeconds() { return Shown()->endTime - static_cast<int>(host->wallTime()); }
+
+    bool RunUntilPhase(int phase, double seconds) {
+        return host->runUntil([phase] { return gKLVTruckMovementPhase == phase; }, seconds);
+    }
+    bool RunUntilMoving(double seconds) {
+        return host->runUntil([] { return gKLVisPlaneMoving; }, seconds);
+    }
+    /// Runs until the approaching truck is close to the towing gear, then a little longer so that
+    /// it has taken its last steps (at most a few frames at full speed).
+    bool RunUntilTruckAtGear(double seconds) {
+        const bool near = host->runUntil(
+            [this] { return gKLVTruckMovementPhase == kTruckApproach && TruckToGear() < 0.5; }, seconds);
+        host->runFor(0.25);
+        return near;
+    }
+
+private:
+    void Boot() {
+        ResetSequenceGlobals();
+        host->set("sim/joystick/has_joystick", 1);
+        host->set(kTextOut, 1);
+        RegisterPublishedDataRefs();
+        XPLMRegisterFlightLoopCallback(PlaneMoveCallBack, -1.0f, nullptr);
+        XPLMRegisterFlightLoopCallback(TruckMovementCallBack, 1.0f, nullptr);
+        XPLMRegisterFlightLoopCallback(ResetATCCallBack, -1.0f, nullptr);
+        XPLMRegisterDrawCallback(DrawTruckCallBack, xplm_Phase_Airplanes, 0, nullptr);
+    }
+
+    static void ResetSequenceGlobals() {
+        HV_GNLUtils::detail::ReleaseClock();
+        gKLVTruckMovementPhase = kTruckIdle;
+        theCurrentSpeed = 0.0015f;
+        theLastTime = 0.0f;
+        theTruckGearInTimer = theTruckGearOutTimer = theBreakMessTempo = 0.0f;
+        wasBreakSet = 0;
+        TruckFinalHdg = TruckInitialHdg = 0.0f;
+        theSwitch = 0;
+        ResetWrittenATCswitch = false;
+        ResetATCtimer = 0.0f;
+        ErrorMessage[0] = '\0';
+        GroundMessage[0] = '\0';
+        gKLVisGPUpresent = false;
+        TruckObjectHide();
+    }
+};
+
+} // namespace kalvora_test

@@ -1,0 +1,252 @@
+// One push-back from start to finish as the pilot sees and hears it: the
+// crew's messages, the truck's approach, hook-up, push and departure, the
+// status dataref and the restore of the host's text output.
+#include "PushbackFixture.h"
+
+#include <algorithm>
+
+namespace kalvora_test {
+namespace {
+
+constexpr const char* kReadyStraight = "Ok, D-AKLV we are ready to push back straight. Please remove breaks.";
+constexpr const char* kConfirmBrake = "D-AKLV do you confirm brake is released?";
+constexpr const char* kThanks = "D-AKLV thanks you, we are starting pushback";
+constexpr const char* kStarting = "D-AKLV starting push back";
+constexpr const char* kTerminated = "D-AKLV push back terminated, cleared to taxi. Good flight !";
+
+class PushbackSequence : public PushbackTest {
+protected:
+    /// Times (sim seconds) at which a text was spoken.
+    std::vector<double> SpokenAt(const std::string& text) {
+        std::vector<double> at;
+        for (const simhost::TranscriptEntry& e : host->transcript())
+            if (e.kind == "speech" && e.text == text) at.push_back(e.simTime);
+        return at;
+    }
+};
+
+TEST_F(PushbackSequence, StartAnnouncesItselfAndPlacesTheTruckAheadOfTheNoseGear) {
+    Reboot([] {
+        simhost::HostOptions o;
+        o.startHeadingDeg = 37.0;
+        return o;
+    }());
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+
+    ASSERT_FALSE(Spoken().empty());
+    EXPECT_EQ(Spoken().back(), kReadyStraight);
+    EXPECT_EQ(host->geti(kTextOut), 0); // spoken messages are not printed as well
+    ASSERT_NE(Shown(), nullptr);
+    EXPECT_STREQ(Shown()->text, kReadyStraight);
+    EXPECT_EQ(Shown()->type, 2);
+    EXPECT_EQ(ShownSeconds(), 6);
+
+    EXPECT_NEAR(TruckToGear(), 15.0, 1e-3);
+    EXPECT_NEAR(TruckAheadOfGear(), 15.0, 1e-3);
+    EXPECT_FLOAT_EQ(myTruckHeading, Psi()); // facing the way the aircraft does
+    EXPECT_EQ(gKLVTruckMovementPhase, kTruckPlaced);
+    EXPECT_TRUE(TruckObjectIsVisible());
+    EXPECT_EQ(Status(), 1);
+    EXPECT_EQ(gKLVPbLength, 13); // 3/4 of the A320's size of 18 whole metres
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 1);
+    EXPECT_TRUE(host->camera().external);
+    const auto commands = host->commandsRun();
+    EXPECT_NE(std::find(commands.begin(), commands.end(), "sim/view/still_spot"), commands.end());
+}
+
+TEST_F(PushbackSequence, TruckWaitsThreeSecondsThenStopsLevelWithTheGear) {
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    const double placedX = gKLVTruckX, placedZ = gKLVTruckZ;
+    host->runFor(1.0); // first call of the truck loop: it arms the 3 s wait
+    host->runFor(2.8);
+    EXPECT_DOUBLE_EQ(gKLVTruckX, placedX);
+    EXPECT_DOUBLE_EQ(gKLVTruckZ, placedZ);
+    host->runFor(0.5);
+    EXPECT_LT(TruckToGear(), 15.0);
+    ASSERT_TRUE(RunUntilTruckAtGear(20.0));
+    const double stopX = gKLVTruckX, stopZ = gKLVTruckZ;
+    host->runFor(3.0);
+    EXPECT_DOUBLE_EQ(gKLVTruckX, stopX);
+    EXPECT_DOUBLE_EQ(gKLVTruckZ, stopZ);
+    EXPECT_LT(std::fabs(TruckAheadOfGear()), 0.25); // level with the gear, within a step and the grid
+    EXPECT_FALSE(gKLVisPlaneMoving);
+}
+
+TEST_F(PushbackSequence, BrakeQuestionIsRepeatedEverySixSecondsUntilReleasedThenThanks) {
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilTruckAtGear(20.0));
+    host->runFor(14.0);
+    const std::vector<double> asked = SpokenAt(kConfirmBrake);
+    ASSERT_GE(asked.size(), 3u);
+    EXPECT_NEAR(asked[1] - asked[0], 6.0, 0.05);
+    EXPECT_NEAR(asked[2] - asked[1], 6.0, 0.05);
+    ASSERT_NE(Shown(), nullptr);
+    EXPECT_STREQ(Shown()->text, kConfirmBrake);
+    EXPECT_EQ(Shown()->type, 3);
+    EXPECT_FALSE(gKLVisPlaneMoving);
+
+    host->set(kParkBrake, 0.0);
+    ASSERT_TRUE(RunUntilMoving(1.0));
+    EXPECT_EQ(Spoken().back(), kThanks);
+    EXPECT_STREQ(Shown()->text, kThanks);
+    EXPECT_EQ(Shown()->type, 2);
+    EXPECT_EQ(ShownSeconds(), 6);
+    EXPECT_TRUE(SpokenAt(kStarting).empty());
+}
+
+TEST_F(PushbackSequence, BrakeAlreadyReleasedGivesStartingWithoutTheQuestion) {
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilMoving(30.0));
+    EXPECT_EQ(Spoken().back(), kStarting);
+    EXPECT_TRUE(SpokenAt(kConfirmBrake).empty());
+    EXPECT_TRUE(SpokenAt(kThanks).empty());
+}
+
+TEST_F(PushbackSequence, TruckRidesOnTheGearAndSteersWhileTheAircraftIsPushed) {
+    Reboot([] {
+        simhost::HostOptions o;
+        o.startHeadingDeg = 120.0;
+        return o;
+    }());
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuAutoLeft), 0);
+    ASSERT_TRUE(RunUntilMoving(30.0));
+    const double startX = X(), startZ = Z();
+    host->runFor(4.0); // into the turn
+    ASSERT_TRUE(gKLVisPlaneMoving);
+    EXPECT_GT(std::hypot(X() - startX, Z() - startZ), 10.0);
+    EXPECT_LT(TruckToGear(), 0.2); // at most one aircraft step behind the gear
+    EXPECT_GT(Psi(), 120.5f);      // tail left: the heading grows
+    EXPECT_NE(theOffset, 0.0f);    // the truck steers against the aircraft
+    EXPECT_EQ(Status(), 3);
+}
+
+TEST_F(PushbackSequence, AfterThePushTheTruckTurnsAwayAndTheCrewClearsTheAircraft) {
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilMoving(30.0));
+    const double startX = X(), startZ = Z();
+    const int length = gKLVPbLength;
+    ASSERT_TRUE(host->runUntil([] { return !gKLVisPlaneMoving; }, 30.0));
+    EXPECT_NEAR(std::hypot(X() - startX, Z() - startZ), length, 0.3);
+    host->runFrames(2);
+    ASSERT_EQ(gKLVTruckMovementPhase, kTruckLeaving);
+    const float hookedHeading = myTruckHeading;
+    const double hookedX = gKLVTruckX, hookedZ = gKLVTruckZ;
+    host->runFor(1.4);
+    EXPECT_FLOAT_EQ(myTruckHeading, hookedHeading); // 1.5 s pause at the gear
+    EXPECT_DOUBLE_EQ(gKLVTruckX, hookedX);
+    host->runFor(0.3);
+    const float turned = HeadingDiff(myTruckHeading, hookedHeading);
+    EXPECT_LT(turned, 0.0f); // straight push: the truck turns by -0.4 degrees a step
+    EXPECT_NEAR(std::remainder(turned, 0.4), 0.0, 1e-3);
+    EXPECT_GT(std::hypot(gKLVTruckX - hookedX, gKLVTruckZ - hookedZ), 0.0);
+    EXPECT_EQ(Status(), 1); // still set up until the truck has gone
+
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 30.0));
+    EXPECT_EQ(Spoken().back(), kTerminated);
+    EXPECT_STREQ(Shown()->text, kTerminated);
+    EXPECT_EQ(Shown()->type, 2);
+    EXPECT_DOUBLE_EQ(host->getf(kParkBrake), 0.0);
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
+    EXPECT_EQ(Status(), 0);
+    // Done within 5 degrees of the reverse of the aircraft's heading, having turned the short way.
+    EXPECT_NEAR(HeadingDiff(myTruckHeading, Psi() + 180.0f), 5.0, 0.5);
+    EXPECT_GT(TruckToGear(), 10.0); // driven away
+
+    // The sequence has stopped: the truck stays where it is.
+    const double goneX = gKLVTruckX;
+    host->runFor(2.0);
+    EXPECT_DOUBLE_EQ(gKLVTruckX, goneX);
+}
+
+TEST_F(PushbackSequence, TextOutputIsRestoredFifteenSecondsAfterTheFirstPushBackOnly) {
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+    EXPECT_EQ(host->geti(kTextOut), 0);
+    host->runFor(14.5);
+    EXPECT_EQ(host->geti(kTextOut), 0);
+    host->runFor(1.0);
+    EXPECT_EQ(host->geti(kTextOut), 1);
+
+    // A second push-back: speech turns the text output off again, and it stays off.
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    EXPECT_EQ(host->geti(kTextOut), 0);
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+    host->runFor(30.0);
+    EXPECT_EQ(host->geti(kTextOut), 0);
+}
+
+TEST_F(PushbackSequence, MainGearTowingPlacesTheTruckBehindTheMainGearFacingBack) {
+    PrefFrontWheel = false;
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    EXPECT_EQ(gKLVGearIndex, 1);
+    EXPECT_NEAR(TruckToGear(), 15.0, 1e-3);
+    EXPECT_NEAR(TruckAheadOfGear(), -15.0, 1e-3);
+    EXPECT_FLOAT_EQ(myTruckHeading, Psi() - 180.0f);
+    ASSERT_TRUE(RunUntilTruckAtGear(20.0));
+    host->runFor(1.0);
+    EXPECT_LT(std::fabs(TruckAheadOfGear()), 0.25);
+}
+
+TEST_F(PushbackSequence, PauseFreezesTheTruck) {
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    host->runFor(4.5); // past the wait, approaching
+    ASSERT_LT(TruckToGear(), 15.0);
+    ASSERT_GT(TruckToGear(), 1.0);
+    host->setPaused(true);
+    const double x = gKLVTruckX, z = gKLVTruckZ;
+    host->runFor(3.0);
+    EXPECT_DOUBLE_EQ(gKLVTruckX, x);
+    EXPECT_DOUBLE_EQ(gKLVTruckZ, z);
+    host->setPaused(false);
+    host->runFor(0.5);
+    EXPECT_NE(gKLVTruckX, x);
+}
+
+TEST_F(PushbackSequence, PublishedTruckPositionFollowsTheTruck) {
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    for (int i = 0; i < 3; ++i) {
+        host->runFor(2.0);
+        EXPECT_DOUBLE_EQ(host->getf("halvern/kalvora/truck/position_ogl_x"), gKLVTruckX);
+        EXPECT_DOUBLE_EQ(host->getf("halvern/kalvora/truck/position_ogl_z"), gKLVTruckZ);
+        EXPECT_FLOAT_EQ(static_cast<float>(host->getf("halvern/kalvora/truck/position_hdg")), myTruckHeading);
+    }
+    // Another plug-in may move the truck; the sequence carries on from there.
+    host->set("halvern/kalvora/truck/position_ogl_x", gKLVTruckX + 3.0);
+    const double moved = gKLVTruckX;
+    host->runFrames(1);
+    EXPECT_NEAR(gKLVTruckX, moved, 0.2);
+}
+
+TEST_F(PushbackSequence, RepeatedResetsKeepOneTruckLoop) {
+    resetAll();
+    resetAll();
+    resetAll();
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    const double x = gKLVTruckX;
+    host->runFor(3.7); // 1 s to the first call, then the 3 s wait
+    EXPECT_DOUBLE_EQ(gKLVTruckX, x);
+}
+
+TEST_F(PushbackSequence, StopHidesTheTruckAndEndsTheManoeuvre) {
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilMoving(30.0));
+    host->runFor(0.5);
+    resetAll(); // "Stop PushBack!"
+    EXPECT_FALSE(gKLVisPlaneMoving);
+    EXPECT_FALSE(TruckObjectIsVisible());
+    EXPECT_EQ(gKLVTruckMovementPhase, kTruckIdle);
+    EXPECT_EQ(Status(), 0);
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
+    const double x = X();
+    host->runFor(2.0);
+    EXPECT_DOUBLE_EQ(X(), x);
+}
+
+} // namespace
+} // namespace kalvora_test

@@ -1,0 +1,164 @@
+// The truck's geometry: park position, approach and arrival at the gear for
+// every heading, the turn away and its end window, the final heading, and the
+// truck's placement at each draw.
+#include "PushbackFixture.h"
+
+#include "XPLMGraphics.h"
+
+namespace kalvora_test {
+namespace {
+
+class TruckMovement : public PushbackTest {
+protected:
+    /// A host that renders and still has the legacy 3-D drawing phases (before 11.50).
+    static simhost::HostOptions RenderingHost() {
+        simhost::HostOptions options;
+        options.render = true;
+        options.xplaneVersion = 11410;
+        return options;
+    }
+
+    void SetHeading(float psi) {
+        host->set("sim/flightmodel/position/psi", psi);
+        float hpr[3] = {psi, 0.0f, 0.0f};
+        float q[4];
+        HPRToQuaternion(hpr, q);
+        for (int i = 0; i < 4; ++i)
+            host->set("sim/flightmodel/position/q", q[i], i);
+    }
+
+    /// Steps the truck from its park position until it reaches the gear; the number of steps or -1.
+    int ApproachSteps(int limit) {
+        SetGearIndex();
+        CalcTruckParkPos(&gKLVTruckX, &gKLVTruckZ, &TruckInitialHdg);
+        double gx = 0.0, gz = 0.0;
+        Gear(&gx, &gz);
+        const double step = PrefFrontWheel ? PrefStepValue : -PrefStepValue;
+        for (int n = 0; n < limit; ++n) {
+            if (TruckEndReached(gKLVTruckX, gKLVTruckZ, gx, gz)) return n;
+            TruckApproach(gKLVTruckX, gKLVTruckZ, step, &gKLVTruckX, &gKLVTruckZ);
+        }
+        return -1;
+    }
+};
+
+TEST_F(TruckMovement, ApproachFromTheParkPositionEndsAtTheGearForEveryHeading) {
+    for (bool front : {true, false}) {
+        PrefFrontWheel = front;
+        for (float psi = 0.5f; psi < 360.0f; psi += 7.25f) {
+            SCOPED_TRACE(testing::Message() << "front " << front << " heading " << psi);
+            SetHeading(psi);
+            const int steps = ApproachSteps(400);
+            ASSERT_GE(steps, 140); // 15 m at 0.1 m a step, give or take the grid
+            EXPECT_LE(steps, 152);
+            EXPECT_LT(TruckToGear(), 0.25);
+        }
+    }
+}
+
+TEST_F(TruckMovement, ParkPositionIsFifteenMetresAlongTheAxis) {
+    SetHeading(90.0f); // facing east (+x)
+    SetGearIndex();
+    double x = 0.0, z = 0.0, gx = 0.0, gz = 0.0;
+    float hdg = 0.0f;
+    Gear(&gx, &gz);
+    CalcTruckParkPos(&x, &z, &hdg);
+    EXPECT_NEAR(x - gx, 15.0, 1e-4);
+    EXPECT_NEAR(z - gz, 0.0, 1e-4);
+    EXPECT_FLOAT_EQ(hdg, 90.0f);
+
+    PrefFrontWheel = false;
+    SetHeading(10.0f);
+    SetGearIndex();
+    Gear(&gx, &gz);
+    CalcTruckParkPos(&x, &z, &hdg);
+    EXPECT_NEAR(std::hypot(x - gx, z - gz), 15.0, 1e-4);
+    EXPECT_GT(z, gz);              // behind: heading 10 looks towards -z
+    EXPECT_FLOAT_EQ(hdg, -170.0f); // not normalised
+}
+
+TEST_F(TruckMovement, ApproachMovesAlongTheAircraftAxis) {
+    SetHeading(0.0f);
+    double x = 0.0, z = 0.0;
+    TruckApproach(5.0, -20.0, 0.5, &x, &z);
+    EXPECT_NEAR(x, 5.0, 1e-6);
+    EXPECT_NEAR(z, -19.5, 1e-6); // towards the nose gear behind it (+z)
+    TruckApproach(5.0, -20.0, -0.5, &x, &z);
+    EXPECT_NEAR(z, -20.5, 1e-6);
+}
+
+TEST_F(TruckMovement, TurnAwayStepsFourTenthsOfADegreeThenDrivesForward) {
+    TruckFinalHdg = 180.0f;
+    myTruckHeading = 90.0f;
+    double x = 0.0, z = 0.0;
+    EXPECT_EQ(TruckAway(10.0, 20.0, 0.5, 1, &x, &z), 1);
+    EXPECT_FLOAT_EQ(myTruckHeading, 90.4f);
+    EXPECT_NEAR(std::hypot(x - 10.0, z - 20.0), 0.5, 1e-6);
+    EXPECT_GT(x, 10.0); // forward on its own heading, near east
+    EXPECT_EQ(TruckAway(10.0, 20.0, 0.5, 2, &x, &z), 1);
+    EXPECT_FLOAT_EQ(myTruckHeading, 90.0f); // any other direction turns the other way
+}
+
+TEST_F(TruckMovement, TurnAwayEndsOnlyWithinFiveDegreesPastTheFinalHeading) {
+    TruckFinalHdg = 100.0f;
+    double x = 7.0, z = 8.0;
+    myTruckHeading = 102.0f; // already close: turns once, then stops without moving
+    EXPECT_EQ(TruckAway(1.0, 2.0, 0.5, 1, &x, &z), 0);
+    EXPECT_FLOAT_EQ(myTruckHeading, 102.4f);
+    EXPECT_DOUBLE_EQ(x, 7.0);
+    EXPECT_DOUBLE_EQ(z, 8.0);
+
+    myTruckHeading = 99.8f; // 0.2 short on the other side: 359.8 does not end the turn
+    EXPECT_EQ(TruckAway(1.0, 2.0, 0.5, 2, &x, &z), 1);
+    myTruckHeading = 105.4f; // one step lands on exactly 5 past the final heading
+    EXPECT_EQ(TruckAway(1.0, 2.0, 0.5, 2, &x, &z), 0);
+}
+
+TEST_F(TruckMovement, FinalHeadingIsTheReverseForTheNoseGear) {
+    SetHeading(200.0f);
+    EXPECT_FLOAT_EQ(CalcTruckFinalHdg(), 20.0f);
+    SetHeading(170.0f);
+    EXPECT_FLOAT_EQ(CalcTruckFinalHdg(), 350.0f);
+    PrefFrontWheel = false;
+    EXPECT_FLOAT_EQ(CalcTruckFinalHdg(), 170.0f);
+}
+
+TEST_F(TruckMovement, FlatDistance) {
+    EXPECT_FLOAT_EQ(CalcDist(1.0, 2.0, 4.0, 6.0), 5.0f);
+    EXPECT_FLOAT_EQ(CalcDist(-3.0, 0.0, -3.0, 0.0), 0.0f);
+}
+
+TEST_F(TruckMovement, DrawPutsTheTruckOneMetreAboveTheApronUnderTheGear) {
+    Reboot(RenderingHost());
+    if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL on this machine";
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    host->set("halvern/kalvora/truck/position_ogl_y", 50.0); // overwritten by the next draw
+    host->runFrames(1);
+    double apron = 0.0;
+    GetApronElev(&apron);
+    EXPECT_DOUBLE_EQ(gKLVTruckY, apron);
+    float x = 0, y = 0, z = 0, heading = 0;
+    TruckObjectPlacement(&x, &y, &z, &heading);
+    EXPECT_FLOAT_EQ(y, static_cast<float>(apron + 1.0));
+    EXPECT_FLOAT_EQ(x, static_cast<float>(gKLVTruckX));
+    EXPECT_FLOAT_EQ(z, static_cast<float>(gKLVTruckZ));
+    EXPECT_FLOAT_EQ(heading, myTruckHeading);
+}
+
+TEST_F(TruckMovement, NothingIsDrawnWhenTheTruckIsOffOrHidden) {
+    Reboot(RenderingHost());
+    if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL on this machine";
+    PrefDrawTruck = false;
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    gKLVTruckY = 50.0;
+    host->runFrames(2);
+    EXPECT_DOUBLE_EQ(gKLVTruckY, 50.0);
+
+    PrefDrawTruck = true;
+    resetAll(); // hidden
+    host->runFrames(2);
+    EXPECT_DOUBLE_EQ(gKLVTruckY, 50.0);
+}
+
+} // namespace
+} // namespace kalvora_test
