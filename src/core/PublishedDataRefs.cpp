@@ -1,6 +1,7 @@
 #include "core/PublishedDataRefs.h"
 
 #include "core/GpuPosition.h"
+#include "core/PushbackControl.h"
 #include "core/PushbackStatus.h"
 #include "truck/TruckState.h"
 
@@ -29,17 +30,14 @@ struct PublishedDataRef {
     XPLMSetDatad_f writeDouble;
 };
 
-// TODO(push-back control): the PBstatus write accessor (SetPBStatus) is not written yet;
-// until then writes to "halvern/kalvora/PBstatus" are ignored.
-constexpr XPLMSetDatai_f kSetPBStatusPending = nullptr;
 // TODO(GPU service): the GPUstatus accessors (DataRefGetGPUStatus, DataRefSetGPUStatus) are not
 // written yet; until then "halvern/kalvora/GPUstatus" reads 0 and ignores writes.
 constexpr XPLMGetDatai_f kGetGPUStatusPending = nullptr;
 constexpr XPLMSetDatai_f kSetGPUStatusPending = nullptr;
 
 const PublishedDataRef kPublished[] = {
-    {&gKLVStatus, "halvern/kalvora/PBstatus", xplmType_Int, GetPBStatus, kSetPBStatusPending, nullptr,
-     nullptr, nullptr, nullptr},
+    {&gKLVStatus, "halvern/kalvora/PBstatus", xplmType_Int, GetPBStatus, SetPBStatus, nullptr, nullptr,
+     nullptr, nullptr},
     {&gKLVGPUStatus, "halvern/kalvora/GPUstatus", xplmType_Int, kGetGPUStatusPending, kSetGPUStatusPending,
      nullptr, nullptr, nullptr, nullptr},
     {&gTruckPositionX, "halvern/kalvora/truck/position_ogl_x", xplmType_Double, nullptr, nullptr, nullptr,
