@@ -91,19 +91,28 @@ void line(float x1, float y1, float x2, float y2, Rgb c, float width) {
     glEnd();
 }
 
-void triangle(const Box& x, bool pointsUp, Rgb c) {
-    float inset = std::max(2.0f, x.h() / 4.0f);
-    float cx = (x.l + x.r) / 2.0f;
+enum class Pointing { Up, Down, Left, Right };
+
+/// A solid arrow head inside a box.
+void triangle(const Box& x, Pointing dir, Rgb c) {
+    float inset = std::max(2.0f, std::min(x.w(), x.h()) / 4.0f);
+    float cx = (x.l + x.r) / 2.0f, cy = (x.b + x.t) / 2.0f;
+    float l = x.l + inset, r = x.r - inset, b = x.b + inset, t = x.t - inset;
     glColor3f(c.r, c.g, c.b);
     glBegin(GL_TRIANGLES);
-    if (pointsUp) {
-        glVertex2f(x.l + inset, x.b + inset);
-        glVertex2f(x.r - inset, x.b + inset);
-        glVertex2f(cx, x.t - inset);
-    } else {
-        glVertex2f(x.l + inset, x.t - inset);
-        glVertex2f(x.r - inset, x.t - inset);
-        glVertex2f(cx, x.b + inset);
+    switch (dir) {
+    case Pointing::Up:
+        glVertex2f(l, b), glVertex2f(r, b), glVertex2f(cx, t);
+        break;
+    case Pointing::Down:
+        glVertex2f(l, t), glVertex2f(r, t), glVertex2f(cx, b);
+        break;
+    case Pointing::Left:
+        glVertex2f(r, b), glVertex2f(r, t), glVertex2f(l, cy);
+        break;
+    case Pointing::Right:
+        glVertex2f(l, b), glVertex2f(l, t), glVertex2f(r, cy);
+        break;
     }
     glEnd();
 }
@@ -185,7 +194,7 @@ void XPDrawElement(int inX1, int inY1, int inX2, int inY2, XPElementStyle inStyl
     case xpElement_LittleDownArrow:
     case xpElement_LittleUpArrow:
         panel(box, inLit ? kButtonLit : kButton);
-        triangle(box, inStyle == xpElement_LittleUpArrow, kBorder);
+        triangle(box, inStyle == xpElement_LittleUpArrow ? Pointing::Up : Pointing::Down, kBorder);
         break;
     case xpElement_WindowDragBar:
     case xpElement_WindowDragBarSmooth:
@@ -289,11 +298,13 @@ void XPDrawTrack(int inX1, int inY1, int inX2, int inY2, int inMin, int inMax, i
         panel(groove, kTrack);
     } else {
         panel(box, kTrack);
-        if (down > 0) {
+        if (down > 0) { // arrow buttons at both ends, pointing away from the track
             Box downBox = piece(0, down);
-            XPDrawElement(downBox.l, downBox.b, downBox.r, downBox.t, xpElement_LittleDownArrow, 0);
             Box upBox = piece(down + downPage + thumb + upPage, down + downPage + thumb + upPage + up);
-            XPDrawElement(upBox.l, upBox.b, upBox.r, upBox.t, xpElement_LittleUpArrow, 0);
+            panel(downBox, kButton);
+            panel(upBox, kButton);
+            triangle(downBox, vertical ? Pointing::Down : Pointing::Left, kBorder);
+            triangle(upBox, vertical ? Pointing::Up : Pointing::Right, kBorder);
         }
     }
     panel(piece(down + downPage, down + downPage + thumb), inLit ? kButtonLit : kThumb);
