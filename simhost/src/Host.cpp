@@ -129,7 +129,10 @@ const HostOptions& Host::options() const {
 
 // ---------------------------------------------------------------- plug-ins
 int Host::loadPlugin(const std::string& xplPath, std::string* error) {
-    return loadPluginFile(impl_->core, xplPath, error);
+    return loadPluginFile(impl_->core, xplPath, "", error);
+}
+int Host::loadPlugin(const std::string& xplPath, const std::string& dataDir, std::string* error) {
+    return loadPluginFile(impl_->core, xplPath, dataDir, error);
 }
 void Host::unloadPlugin(int id) {
     unloadPluginNow(impl_->core, id);

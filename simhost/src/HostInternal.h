@@ -339,7 +339,7 @@ void announceNewDataRefs(HostCore& c);                                       // 
 
 namespace simhost::detail {
 // Plug-in lifecycle (Plugins.cpp)
-int loadPluginFile(HostCore& c, const std::string& xplPath, std::string* error);
+int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& dataDir, std::string* error);
 int addInProcessPlugin(HostCore& c, InProcessPlugin p);
 bool enablePlugin(HostCore& c, int id);
 void disablePlugin(HostCore& c, int id);

@@ -80,7 +80,7 @@ int caller() {
     return c && c->directCaller >= 0 ? c->directCaller : 0;
 }
 
-int loadPluginFile(HostCore& c, const std::string& xplPath, std::string* error) {
+int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& dataDir, std::string* error) {
     auto fail = [&](const std::string& why) {
         writeLog("dlerror:" + xplPath + ": " + why + "\n");
         if (error) *error = why;
@@ -99,7 +99,9 @@ int loadPluginFile(HostCore& c, const std::string& xplPath, std::string* error) 
     }
     fs::copy_file(src, dst, fs::copy_options::overwrite_existing, ec);
     if (ec) return fail("cannot copy into the sandbox: " + ec.message());
-    fs::path dataSrc = src.parent_path() / src.stem();
+    // The data folder: the one named, else the one beside the file, if any.
+    fs::path dataSrc = dataDir.empty() ? src.parent_path() / src.stem() : fs::path(dataDir);
+    if (!dataDir.empty() && !fs::is_directory(dataSrc, ec)) return fail("no data folder " + dataDir);
     fs::path dataDst = dir / src.stem();
     if (fs::is_directory(dataSrc, ec) && !fs::exists(dataDst, ec)) {
         fs::copy(dataSrc, dataDst, fs::copy_options::recursive, ec);

@@ -125,6 +125,8 @@ public:
     /// Installs a .xpl (and its data folder beside it, if any) into the sandbox, loads, starts
     /// and enables it. Returns its plug-in ID or -1 (with the reason in *error and the log).
     int loadPlugin(const std::string& xplPath, std::string* error = nullptr);
+    /// Same, with the plug-in's data folder taken from dataDir (installed as Resources/plugins/<name>/).
+    int loadPlugin(const std::string& xplPath, const std::string& dataDir, std::string* error);
     /// Disables, stops and unloads a plug-in; whatever it registered disappears.
     void unloadPlugin(int id);
     /// Adds a plug-in made of C++ callbacks; returns its ID or -1 when start() returns 0.
