@@ -89,6 +89,7 @@ int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& d
     std::error_code ec;
     fs::path src = fs::absolute(xplPath, ec);
     if (ec || !fs::is_regular_file(src, ec)) return fail("no such plug-in file");
+    if (!dataDir.empty() && !fs::is_directory(dataDir, ec)) return fail("no data folder " + dataDir);
     // Installed copy: Resources/plugins/<name>.xpl beside its data folder <name>/.
     fs::path dir = fs::path(c.sandbox) / "Resources" / "plugins";
     fs::path dst = dir / src.filename();
@@ -101,7 +102,6 @@ int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& d
     if (ec) return fail("cannot copy into the sandbox: " + ec.message());
     // The data folder: the one named, else the one beside the file, if any.
     fs::path dataSrc = dataDir.empty() ? src.parent_path() / src.stem() : fs::path(dataDir);
-    if (!dataDir.empty() && !fs::is_directory(dataSrc, ec)) return fail("no data folder " + dataDir);
     fs::path dataDst = dir / src.stem();
     if (fs::is_directory(dataSrc, ec) && !fs::exists(dataDst, ec)) {
         fs::copy(dataSrc, dataDst, fs::copy_options::recursive, ec);

@@ -45,6 +45,22 @@ TEST_F(Plugins, LoadsTheBuiltPluginAndReadsItsNameAndSignature) {
     EXPECT_EQ(XPLMFindPluginBySignature(sig), XPLM_NO_PLUGIN_ID);
 }
 
+TEST_F(Plugins, TheDataFolderIsInstalledBesideThePlugin) {
+    const std::string xpl = KALVORA_BINARY_DIR "/plugin/Kalvora.xpl";
+    if (!std::filesystem::exists(xpl)) GTEST_SKIP() << "Kalvora.xpl is not built at " << xpl;
+    const std::string data = ::testing::TempDir() + "simhost-data/Kalvora";
+    std::filesystem::create_directories(data + "/Bitmaps");
+    std::ofstream(data + "/Bitmaps/marker.txt") << "installed";
+    std::string error;
+    EXPECT_EQ(host->loadPlugin(xpl, data + "-missing", &error), -1);
+    ASSERT_GT(host->loadPlugin(xpl, data, &error), 0) << error;
+    EXPECT_TRUE(std::filesystem::exists(host->sandbox() + "Resources/plugins/Kalvora/Bitmaps/marker.txt"));
+    char path[256];
+    XPLMGetPluginInfo(XPLMGetNthPlugin(1), nullptr, path, nullptr, nullptr);
+    EXPECT_EQ(std::string(path), host->sandbox() + "Resources/plugins/Kalvora.xpl"); // the failed load left nothing
+    std::filesystem::remove_all(::testing::TempDir() + "simhost-data");
+}
+
 TEST_F(Plugins, AFileThatIsNotAPluginFailsLoudly) {
     std::string error;
     EXPECT_EQ(host->loadPlugin("/no/such/file.xpl", &error), -1);
