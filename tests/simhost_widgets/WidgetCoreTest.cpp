@@ -297,3 +297,30 @@ TEST_F(WidgetTree, CreateWidgetsFromATable) {
 
 } // namespace
 } // namespace simhost::testing
+
+namespace simhost::testing {
+namespace {
+
+TEST_F(WidgetDestruction, UnloadingAPluginTakesItsWidgetsAway) {
+    XPWidgetID mine = mainWindow(100, 400, 300, 200, "Mine");
+    InProcessPlugin other;
+    other.name = "Other";
+    other.signature = "kalvora.test.other";
+    int otherId = host->addPlugin(other);
+    ASSERT_GT(otherId, 0);
+    host->setDirectCaller(otherId);
+    XPWidgetID theirs = mainWindow(400, 400, 600, 200, "Theirs");
+    XPWidgetID theirChild =
+        child(mine, xpWidgetClass_Caption, 110, 380, 200, 360, "their label in my window");
+    host->unloadPlugin(otherId);
+    host->setDirectCaller(plugin);
+    EXPECT_EQ(findWidget("Theirs"), nullptr);
+    EXPECT_EQ(widgetDescriptor(theirs), "");
+    EXPECT_EQ(XPCountChildWidgets(mine), 0);
+    EXPECT_EQ(widgetDescriptor(mine), "Mine");
+    EXPECT_EQ(XPGetParentWidget(theirChild), nullptr);
+    host->runFrames(1);
+}
+
+} // namespace
+} // namespace simhost::testing

@@ -24,6 +24,7 @@ struct State {
     Widget* focus = nullptr;                        ///< widget with keyboard focus
     Widget* mouseTarget = nullptr;                  ///< widget that accepted the last mouse-down
     bool changingFocus = false;                     ///< our own XPLMTakeKeyboardFocus is running
+    size_t unloadedPlugins = 0;                     ///< unloaded plug-ins seen so far
 };
 
 State& S() {
@@ -31,11 +32,35 @@ State& S() {
     return s;
 }
 
+void buryOwnedBy(int pluginId);
+
+/// Unloaded plug-ins: the number of them.
+size_t countUnloaded(const detail::HostCore& c) {
+    size_t n = 0;
+    for (const auto& p : c.plugins)
+        if (p && !p->alive) ++n;
+    return n;
+}
+
+/// Drops the widgets of plug-ins unloaded since the last look: their widget
+/// functions may live in a library that is gone.
+void sweepUnloaded(detail::HostCore& c) {
+    State& s = S();
+    size_t unloaded = countUnloaded(c);
+    if (unloaded == s.unloadedPlugins) return;
+    s.unloadedPlugins = unloaded;
+    for (const auto& p : c.plugins)
+        if (p && !p->alive) buryOwnedBy(p->id);
+}
+
 /// Forgets the widgets of a host that is gone (their windows went with it).
 void syncWithHost() {
     State& s = S();
     detail::HostCore* now = detail::core();
-    if (s.host == now && (!now || now->sandbox == s.hostSandbox)) return;
+    if (s.host == now && (!now || now->sandbox == s.hostSandbox)) {
+        if (now) sweepUnloaded(*now);
+        return;
+    }
     if (s.depth == 0) {
         s.all.clear();
         s.graveyard.clear();
@@ -49,6 +74,7 @@ void syncWithHost() {
     s.mouseTarget = nullptr;
     s.host = now;
     s.hostSandbox = now ? now->sandbox : std::string();
+    s.unloadedPlugins = now ? countUnloaded(*now) : 0;
 }
 
 /// Marks a dispatch as running; the outermost one frees destroyed widgets.
@@ -306,6 +332,19 @@ void destroyTree(Widget* w, bool withChildren, int byParent) {
     if (w->alive) bury(w);
 }
 
+void buryOwnedBy(int pluginId) {
+    State& s = S();
+    DispatchScope scope;
+    std::vector<Widget*> owned;
+    for (auto& w : s.all)
+        if (w->owner == pluginId) owned.push_back(w.get());
+    for (Widget* w : owned) {
+        for (Widget* k : std::vector<Widget*>(w->children))
+            if (k->owner != pluginId) unlinkFromParent(k, false);
+        if (w->alive) bury(w);
+    }
+}
+
 XPWidgetID create(int left, int top, int right, int bottom, int visible, const char* descriptor, int isRoot,
                   XPWidgetID container, XPWidgetClass widgetClass, XPWidgetFunc_t function) {
     syncWithHost();
@@ -408,16 +447,7 @@ void moveTree(Widget* w, int dx, int dy) {
 
 void dropWidgets(int pluginId) {
     syncWithHost();
-    State& s = S();
-    DispatchScope scope;
-    std::vector<Widget*> owned;
-    for (auto& w : s.all)
-        if (w->owner == pluginId) owned.push_back(w.get());
-    for (Widget* w : owned) {
-        for (Widget* k : std::vector<Widget*>(w->children))
-            if (k->owner != pluginId) unlinkFromParent(k, false);
-        if (w->alive) bury(w);
-    }
+    buryOwnedBy(pluginId);
 }
 
 } // namespace simhost::widgets
