@@ -1,5 +1,6 @@
 // kalvora-sim: loads a plug-in into a fresh simhost sandbox and runs it, with
 // timed actions as a pilot would do them, a progress line, and the transcript.
+#include "Scenarios.h"
 #include "SimScript.h"
 #include "simhost/Simhost.h"
 
@@ -22,6 +23,7 @@ constexpr double kDemoSeconds = 5; ///< how long the demo runs when --seconds is
 
 struct Options {
     std::string plugin = KALVORA_PLUGIN_PATH;
+    std::string dataDir; ///< empty: the folder beside the plug-in, else the source tree's assets
     std::string aircraft = "A320";
     double heading = 0;
     double fps = 60;
@@ -33,6 +35,8 @@ struct Options {
     bool realTime = false;
     bool speak = false;
     bool quiet = false;
+    bool aircraftGiven = false; ///< --aircraft was given (a scenario keeps its own otherwise)
+    bool headingGiven = false;  ///< --heading was given
 };
 
 std::string formatEntry(const simhost::TranscriptEntry& e) {
@@ -81,7 +85,13 @@ int run(const Options& o, const std::vector<TimedAction>& actions) {
 
     simhost::Host host(ho);
     std::string error;
-    const int id = host.loadPlugin(o.plugin, &error);
+    // Kalvora's data folder lives in the source tree until it is installed beside the plug-in.
+    std::string data = o.dataDir;
+    const fs::path xpl(o.plugin);
+    if (data.empty() && !fs::is_directory(xpl.parent_path() / xpl.stem()) && xpl.stem() == "Kalvora" &&
+        fs::is_directory(KALVORA_ASSETS_DIR))
+        data = KALVORA_ASSETS_DIR;
+    const int id = data.empty() ? host.loadPlugin(o.plugin, &error) : host.loadPlugin(o.plugin, data, &error);
     if (id < 0) {
         std::cerr << "kalvora-sim: cannot load " << o.plugin << ": " << error << "\n";
         return 1;
@@ -129,6 +139,29 @@ int run(const Options& o, const std::vector<TimedAction>& actions) {
     return failures == 0 ? 0 : 2;
 }
 
+int runNamedScenario(const Options& o) {
+    const simhost::cli::Scenario* scenario = simhost::cli::findScenario(o.scenario);
+    if (!scenario) {
+        std::cerr << "kalvora-sim: unknown scenario '" << o.scenario << "'; known:\n";
+        for (const auto& s : simhost::cli::scenarios())
+            std::cerr << "  " << s.name << ": " << s.description << "\n";
+        return 1;
+    }
+    simhost::cli::ScenarioOptions so;
+    so.plugin = o.plugin;
+    so.aircraft = o.aircraftGiven ? o.aircraft : "";
+    if (o.headingGiven) so.headingDeg = o.heading;
+    so.fps = o.fps;
+    so.xplaneVersion = o.xplaneVersion;
+    so.reportDir = o.reportDir;
+    so.progress = !o.quiet;
+    so.realTime = o.realTime;
+    const simhost::cli::ScenarioSummary summary = simhost::cli::runScenario(*scenario, so, std::cerr);
+    std::cout << simhost::cli::formatSummary(*scenario, summary);
+    if (!o.reportDir.empty() && summary.loaded) std::cout << "report written to " << o.reportDir << "/\n";
+    return summary.loaded && summary.error.empty() ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -143,9 +176,12 @@ int main(int argc, char** argv) {
     Options o;
     CLI::App app{"kalvora-sim: run a plug-in in simhost, the X-Plane stand-in"};
     app.add_option("--plugin", o.plugin, "the .xpl to load")->capture_default_str();
-    app.add_option("--aircraft", o.aircraft, "aircraft profile (A320, B738, B744, C172, DC3) or file")
-        ->capture_default_str();
-    app.add_option("--heading", o.heading, "true heading at start, degrees")->capture_default_str();
+    app.add_option("--data", o.dataDir, "the plug-in's data folder (default: beside it, or assets/Kalvora)");
+    auto* aircraftOption =
+        app.add_option("--aircraft", o.aircraft, "aircraft profile (A320, B738, B744, C172, DC3) or file")
+            ->capture_default_str();
+    auto* headingOption =
+        app.add_option("--heading", o.heading, "true heading at start, degrees")->capture_default_str();
     app.add_option("--fps", o.fps, "frames per simulated second")
         ->check(CLI::Range(1.0, 1000.0))
         ->capture_default_str();
@@ -154,7 +190,8 @@ int main(int argc, char** argv) {
         ->capture_default_str();
     app.add_option("--seconds", o.seconds, "sim seconds to run (default 5)");
     app.add_option("--render", o.renderDir, "write every frame as a PNG into this folder");
-    app.add_option("--scenario", o.scenario, "named scenario (demo)");
+    app.add_option("--scenario", o.scenario,
+                   "named scenario: demo, straight, tail-right, turn-left, stop-midway, engines-running");
     app.add_option("--report", o.reportDir, "write transcript.txt, Log.txt and menus.txt here");
     app.add_flag("--real-time", o.realTime, "run at wall-clock speed");
     app.add_flag("--speak", o.speak, "speak the crew into <report>/audio/*.wav with espeak-ng");
@@ -170,10 +207,9 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& e) {
         return app.exit(e);
     }
-    if (!o.scenario.empty() && o.scenario != "demo") {
-        std::cerr << "kalvora-sim: unknown scenario '" << o.scenario << "' (known: demo)\n";
-        return 1;
-    }
+    o.aircraftGiven = aircraftOption->count() > 0;
+    o.headingGiven = headingOption->count() > 0;
+    if (!o.scenario.empty()) return runNamedScenario(o);
     try {
         return run(o, actions);
     } catch (const std::exception& e) {

@@ -103,6 +103,7 @@ template <class Body> void Firewall(const char* where, Body body) {
 
 void OpenLog() {
     logFilePath = PathOfKind(kPluginFolderKind) + "Kalvora.log";
+    if (gLogFile.is_open()) gLogFile.close(); // a host that keeps the library between loads
     gLogFile.open(OpenablePath(logFilePath), std::ios::out | std::ios::trunc);
     KLVlog = gLogFile.is_open() ? static_cast<std::ostream*>(&gLogFile) : &gNoLog;
     if (!gLogFile.is_open()) DebugLine("cannot write its log " + logFilePath);
@@ -118,7 +119,9 @@ void LoadPreferencesContainer() {
     KLVPrefs = new HV_Properties(path.c_str(), KLVlog);
     std::ostringstream dump;
     dump << "-Plugin configuration:\n" << *KLVPrefs;
-    KLVLogWrite(dump.str().c_str());
+    std::string text = dump.str();
+    if (text.back() != '\n') text += '\n'; // the next section starts on its own line
+    KLVLogWrite(text.c_str());
 }
 
 void Start(char* outName, char* outSig, char* outDesc) {

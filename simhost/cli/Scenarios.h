@@ -1,0 +1,80 @@
+// Named push-back scenarios of kalvora-sim: a pilot at a parked aircraft who
+// picks a manoeuvre from the Kalvora menu and releases the parking brake when
+// the ground crew asks, run in simhost with the real plug-in, recorded frame by
+// frame and summed up.
+#pragma once
+
+#include <iosfwd>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace simhost::cli {
+
+/// What the pilot does, and when the run is over.
+struct Scenario {
+    std::string name;
+    std::string description;
+    std::string aircraft = "A320";    ///< profile name or file
+    double headingDeg = 40;           ///< true heading when parked, degrees
+    std::string manoeuvre;            ///< item of the Kalvora menu the pilot picks
+    double pickAtSeconds = 2;         ///< sim time of the pick
+    double brakeReactionSeconds = 2;  ///< from the crew's brake question to the release
+    bool enginesRunning = false;      ///< the engines run when the pilot picks the manoeuvre
+    double stopAfterPushSeconds = -1; ///< >= 0: "Stop PushBack!" that long after the aircraft starts moving
+    double timeoutSeconds = 300;      ///< sim seconds at most
+};
+
+/// Every named scenario, "demo" first.
+const std::vector<Scenario>& scenarios();
+/// The scenario of that name, or nullptr.
+const Scenario* findScenario(const std::string& name);
+
+/// How to run a scenario.
+struct ScenarioOptions {
+    std::string plugin;   ///< the .xpl to load
+    std::string aircraft; ///< overrides the scenario's profile when not empty
+    double headingDeg = std::numeric_limits<double>::quiet_NaN(); ///< overrides when not NaN
+    double fps = 60;
+    int xplaneVersion = 12100;
+    std::string reportDir; ///< where the report goes; empty: no report
+    bool progress = false; ///< a live progress line on the given stream
+    bool realTime = false;
+};
+
+/// One frame of the run (metres in the host's local frame, degrees).
+struct TraceRow {
+    double simTime = 0;
+    double aircraftX = 0, aircraftZ = 0;
+    double aircraftHeading = 0;
+    double noseGearX = 0, noseGearZ = 0;
+    double truckX = 0, truckZ = 0;
+    double truckHeading = 0;
+    std::string phase; ///< parked, truck arriving, waiting for brake, pushing, turning, truck leaving, ...
+};
+
+/// What the run did.
+struct ScenarioSummary {
+    bool loaded = false;         ///< the plug-in loaded
+    std::string error;           ///< why the run could not be done, when it could not
+    double straightLegM = 0;     ///< distance pushed before the heading began to change, metres
+    double pathLengthM = 0;      ///< distance the aircraft's reference point travelled, metres
+    double startHeadingDeg = 0;  ///< degrees
+    double finalHeadingDeg = 0;  ///< degrees
+    double headingChangeDeg = 0; ///< signed, -180..180 (positive: heading went up, i.e. tail left)
+    double simSeconds = 0;
+    double realSeconds = 0;
+    int frames = 0;
+    bool cleared = false;             ///< the crew cleared the aircraft to taxi
+    double aircraftSizeZ = 0;         ///< acf_size_z, metres
+    std::vector<std::string> dialogs; ///< titles and texts of the dialogs the plug-in opened
+    std::vector<TraceRow> trace;
+};
+
+/// Runs a scenario; writes the report folder when asked. Never throws.
+ScenarioSummary runScenario(const Scenario& scenario, const ScenarioOptions& options, std::ostream& progress);
+
+/// The summary as the lines printed at the end of a run.
+std::string formatSummary(const Scenario& scenario, const ScenarioSummary& summary);
+
+} // namespace simhost::cli

@@ -1,0 +1,140 @@
+// The "Kalvora" menu as a user sees and uses it: its items, the manoeuvres,
+// the refusals, "Stop PushBack!", and choosing a truck.
+#include "LoadedPlugin.h"
+
+#include <algorithm>
+
+namespace kalvora_test {
+namespace {
+
+using MenuTest = LoadedPluginTest;
+
+std::string Item(const std::string& name) {
+    return std::string(kMenu) + "/" + name;
+}
+
+TEST_F(MenuTest, TheMenuHasEveryItemInOrderAndTheTrucksOfTheFolder) {
+    AddTruck("Tug2");
+    AddTruck("Tug1");
+    Load();
+    EXPECT_EQ(host->menuItems(kMenu),
+              (std::vector<std::string>{"About...", "Preferences...", "-", "GPU", "-", "Push straight back",
+                                        "Turn tail right", "Turn tail left", "-", "Automated tail right",
+                                        "Automated tail left", "-", "Stop PushBack!", "-", "Trucks"}));
+    EXPECT_EQ(host->menuCheck(Item("GPU")), 1);
+    EXPECT_EQ(host->menuItems(Item("Trucks")), (std::vector<std::string>{"Tug1", "Tug2"}));
+}
+
+TEST_F(MenuTest, EachManoeuvreIsAnnouncedByName) {
+    Load();
+    const std::pair<const char*, const char*> cases[] = {{"Push straight back", "push back straight"},
+                                                         {"Turn tail right", "push back tail right"},
+                                                         {"Turn tail left", "push back tail left"},
+                                                         {"Automated tail right", "push back tail right"},
+                                                         {"Automated tail left", "push back tail left"}};
+    for (const auto& [item, words] : cases) {
+        MarkPosition();
+        ASSERT_TRUE(host->pickMenu(Item(item)));
+        host->runFrames(2);
+        const std::vector<std::string> speech = host->transcriptTexts("speech");
+        ASSERT_FALSE(speech.empty());
+        EXPECT_NE(speech.back().find(words), std::string::npos) << item << ": " << speech.back();
+        EXPECT_EQ(Moved(), 0.0) << "nothing moves before the brake is released";
+        ASSERT_TRUE(host->pickMenu(Item("Stop PushBack!")));
+    }
+}
+
+TEST_F(MenuTest, AManoeuvreWhileMovingIsRefusedAndTheRunningOneGoesOn) {
+    Load();
+    StartPush("Push straight back");
+    const int status = host->geti(kStatus);
+    ASSERT_EQ(status, 1);
+    ASSERT_TRUE(host->pickMenu(Item("Automated tail left")));
+    const std::vector<std::string> dialog = DialogTexts("Warning...");
+    ASSERT_FALSE(dialog.empty()) << "no refusal dialog";
+    // The refusal for a manoeuvre already running (code -3), one caption per line.
+    EXPECT_NE(std::find(dialog.begin(), dialog.end(), "Please wait for the current maneuver to finish"),
+              dialog.end())
+        << simhost::widgetTree();
+    const double before = Moved();
+    host->runFor(1);
+    EXPECT_EQ(host->geti(kStatus), status);
+    EXPECT_GT(Moved(), before) << "the running push stopped";
+}
+
+TEST_F(MenuTest, StopPushBackStopsAPushAndIsHarmlessWhenIdle) {
+    Load();
+    ASSERT_TRUE(host->pickMenu(Item("Stop PushBack!")));
+    host->runFrames(10);
+    EXPECT_EQ(simhost::findWidget("Warning..."), nullptr);
+
+    StartPush("Push straight back");
+    ASSERT_TRUE(host->pickMenu(Item("Stop PushBack!")));
+    host->runFrames(2);
+    const double stoppedAt = Moved();
+    host->runFor(3);
+    EXPECT_EQ(host->geti(kStatus), 0);
+    EXPECT_NEAR(Moved(), stoppedAt, 1e-6);
+}
+
+TEST_F(MenuTest, EnginesRunningRefuseTheStartWithTheWarningDialog) {
+    Load();
+    host->aircraft().engineRunning[0] = true;
+    host->runFrames(2);
+    ASSERT_TRUE(host->pickMenu(Item("Push straight back")));
+    EXPECT_FALSE(DialogTexts("Warning...").empty());
+    host->runFor(5);
+    EXPECT_FALSE(Said("ready to push back"));
+    EXPECT_EQ(host->geti(kStatus), 0);
+}
+
+TEST_F(MenuTest, ChoosingATruckChecksOnlyItAndSurvivesARestart) {
+    AddTruck("TugA");
+    AddTruck("TugB");
+    AddTruck("TugC");
+    Load();
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugA")), 0); // KLVdefault: nothing is checked
+    ASSERT_TRUE(host->pickMenu(Item("Trucks/TugB")));
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugA")), 0);
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugB")), 2);
+    ASSERT_TRUE(host->pickMenu(Item("Trucks/TugC")));
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugB")), 0);
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugC")), 2);
+
+    Unload();
+    EXPECT_EQ(PrefValue("Truck"), "TugC");
+    Load();
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugC")), 2);
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugA")), 0);
+}
+
+TEST_F(MenuTest, WithoutModelsTheTrucksMenuIsEmptyAndTheDefaultTruckIsUsed) {
+    Load();
+    EXPECT_TRUE(host->menuItems(Item("Trucks")).empty());
+    EXPECT_NE(PluginLog().find("KLVdefault.obj, item 0"), std::string::npos) << PluginLog();
+    Unload();
+    EXPECT_EQ(PrefValue("Truck"), "KLVdefault");
+}
+
+TEST_F(MenuTest, ATruckNoLongerOnDiskFallsBackToTheDefault) {
+    AddTruck("TugA");
+    AddTruck("TugB");
+    WritePreferences("Truck=GoneTug\n");
+    Load();
+    // The default takes the index one past the last truck; no truck item is checked.
+    EXPECT_NE(PluginLog().find("KLVdefault.obj, item 2"), std::string::npos) << PluginLog();
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugA")), 0);
+    EXPECT_EQ(host->menuCheck(Item("Trucks/TugB")), 0);
+    Unload();
+    EXPECT_EQ(PrefValue("Truck"), "KLVdefault");
+}
+
+TEST_F(MenuTest, GPUWithoutItsServiceStaysUncheckedAndSaysSo) {
+    Load();
+    ASSERT_TRUE(host->pickMenu(Item("GPU")));
+    EXPECT_EQ(host->menuCheck(Item("GPU")), 1);
+    EXPECT_NE(PluginLog().find("GPU service is not available"), std::string::npos);
+}
+
+} // namespace
+} // namespace kalvora_test

@@ -1,0 +1,59 @@
+// Messages from the host (aircraft, airport, scenery loaded) and from other plug-ins.
+#include "LoadedPlugin.h"
+
+namespace kalvora_test {
+namespace {
+
+using MessageTest = LoadedPluginTest;
+
+constexpr int kAirportLoaded = 103;
+constexpr int kSceneryLoaded = 104;
+
+TEST_F(MessageTest, AirportAndSceneryLoadsStopAPush) {
+    Load();
+    for (int message : {kAirportLoaded, kSceneryLoaded}) {
+        StartPush("Push straight back");
+        host->sendMessage(id, message);
+        host->runFrames(2);
+        const double at = Moved();
+        host->runFor(2);
+        EXPECT_EQ(host->geti(kStatus), 0) << message;
+        EXPECT_NEAR(Moved(), at, 1e-6) << message;
+        host->set(kParkBrake, 1);
+    }
+}
+
+TEST_F(MessageTest, ANewAircraftStopsThePushAndGetsItsOwnPushLength) {
+    Load();
+    StartPush("Push straight back");
+    host->loadAircraft("B744");
+    host->runFrames(2);
+    const double at = Moved();
+    host->runFor(2);
+    EXPECT_EQ(host->geti(kStatus), 0);
+    EXPECT_NEAR(Moved(), at, 1e-6);
+
+    host->set(kParkBrake, 1);
+    host->runFor(1);
+    const double sizeZ = host->aircraft().sizeZ;
+    const size_t clearedBefore = Count("cleared to taxi");
+    StartPush("Push straight back");
+    ASSERT_TRUE(host->runUntil([&] { return Count("cleared to taxi") > clearedBefore; }, 240));
+    const double pushed = Moved();
+    // Three quarters of the aircraft's whole-metre half length, cut to whole metres.
+    const int expected = static_cast<int>(0.75 * static_cast<int>(sizeZ));
+    EXPECT_NEAR(pushed, expected, 0.2) << "half length " << sizeZ;
+}
+
+TEST_F(MessageTest, OtherPluginsGPUMessagesAreAnsweredOrLoggedAndOthersIgnored) {
+    Load();
+    const std::string before = PluginLog();
+    host->sendMessage(id, 0x12345, nullptr, 0);
+    EXPECT_EQ(PluginLog(), before);
+    host->sendMessage(id, static_cast<int>(0x88888880u));
+    EXPECT_NE(PluginLog().find("GPU message 0 is not available"), std::string::npos);
+    EXPECT_TRUE(host->pluginEnabled(id));
+}
+
+} // namespace
+} // namespace kalvora_test
