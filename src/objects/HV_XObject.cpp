@@ -30,11 +30,7 @@ template <typename Load> bool LoadFirst(std::initializer_list<std::string> paths
     return false;
 }
 
-float LightsOn() {
-    static XPLMDataRef lights = nullptr;
-    if (!lights) lights = XPLMFindDataRef("sim/graphics/scenery/percent_lights_on");
-    return lights ? XPLMGetDataf(lights) : 0.0f;
-}
+constexpr const char* kLightsOnDataRef = "sim/graphics/scenery/percent_lights_on";
 
 } // namespace
 
@@ -42,6 +38,7 @@ bool HV_XObject::LoadXObject(const char* basePath) {
     try {
         if (!basePath) return false;
         const std::string base = basePath;
+        lightsOnRef = XPLMFindDataRef(kLightsOnDataRef);
         if (!mesh.LoadMesh((base + ".obj").c_str(), displayList)) return false;
 
         texture.SetAsTexture(true);
@@ -93,7 +90,9 @@ void HV_XObject::ShowXObject(bool show) {
     glRotatef(pitch, 1.0f, 0.0f, 0.0f);
     glRotatef(-roll, 0.0f, 0.0f, 1.0f);
 
-    const bool night = litTexture != -1 && LightsOn() > kNightLightsThreshold;
+    if (!lightsOnRef) lightsOnRef = XPLMFindDataRef(kLightsOnDataRef);
+    const float lightsOn = lightsOnRef ? XPLMGetDataf(lightsOnRef) : 0.0f;
+    const bool night = litTexture != -1 && lightsOn > kNightLightsThreshold;
     mesh.DisplayMesh(true, true, displayList, night ? litTexture : dayTexture, !night, opacity, scaleX,
                      scaleY, scaleZ);
     glEnable(GL_CULL_FACE);

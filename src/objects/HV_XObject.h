@@ -21,6 +21,7 @@ public:
     int displayList = 0;                               ///< filled by HV_Mesh::LoadMesh
     HV_Mesh mesh;                                      ///< the model
     HV_Texture texture{false};                         ///< loader of both pictures
+    void* lightsOnRef = nullptr; ///< the simulator's share of lights on (0..1), looked up at load
 
     /// Loads basePath + ".obj" and its day (and, if any, night) texture; false when the model or
     /// the day texture cannot be loaded.
