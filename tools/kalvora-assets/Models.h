@@ -1,0 +1,21 @@
+// Kalvora's own models, at real-world sizes in metres. The origin is the point
+// that the plug-in places 1 m above the apron (so the ground is at y = -1).
+// A tug's coupling (tow-bar head or cradle) is at the origin and its front
+// faces +Z: the plug-in turns the model by the aircraft's heading, so its -Z
+// points where the aircraft points and its +Z towards the nose gear.
+#pragma once
+
+#include "objects/ObjModel.h"
+
+namespace assets {
+
+constexpr float kGroundY = -1.0f; ///< the apron, metres below the model's origin
+
+/// A compact tow-bar tug: tow bar from the origin forward (-Z) to a 3.6 m tug.
+XObj8 TowBarTug();
+/// A larger towbarless tug whose cradle (around the origin) takes the nose wheel.
+XObj8 TowbarlessTug();
+/// The ground power unit: a cart on four wheels with its cable to the aircraft's nose.
+XObj8 GroundPowerUnit();
+
+} // namespace assets
