@@ -46,7 +46,7 @@ struct InProcessPlugin {
 /// One line of what happened, in order.
 struct TranscriptEntry {
     double simTime;   ///< seconds of sim time when it happened
-    std::string kind; ///< "speech","log","message","command","menu","key","dataref","view","camera","plugin"
+    std::string kind; ///< "speech","log","message","command","menu","key","view","camera","plugin","world"
     std::string text;
 };
 
@@ -150,7 +150,8 @@ public:
     // ---- clock and frames ----
     void runFrames(int n);
     void runFor(double seconds);
-    /// Runs frames until pred() holds (checked after each frame) or timeout seconds of sim time pass.
+    /// Runs frames until pred() holds (checked before each frame) or timeoutSeconds pass on the host's
+    /// wall clock (which runs while paused, so a paused sim cannot hang the caller).
     bool runUntil(const std::function<bool()>& pred, double timeoutSeconds);
     double simTime() const;  ///< seconds of sim time since start
     double wallTime() const; ///< XPLMGetElapsedTime: advances even while paused
