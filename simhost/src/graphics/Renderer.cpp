@@ -224,6 +224,9 @@ bool beginFrame(int widthPx, int heightPx) {
     R.haveFrame = false;
     if (!makeCurrent()) return false;
     glViewport(0, 0, widthPx, heightPx);
+    // State a plug-in may have left behind would stop the clear from reaching every pixel.
+    glDisable(GL_SCISSOR_TEST);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     glDepthMask(GL_TRUE);
     glClearColor(0.45f, 0.62f, 0.82f, 1.0f); // a daylight sky
     glClearDepth(1.0);

@@ -3,7 +3,10 @@
 #include "XPWidgets.h"
 
 #include "HostInternal.h"
+#include "graphics/GraphicsHooks.h"
 #include "widgets/WidgetTree.h"
+
+#include <GL/gl.h>
 
 #include <algorithm>
 #include <cstring>
@@ -158,9 +161,45 @@ void dropFocus(int byOther) {
     if (old->alive) callWidget(old, xpMsg_KeyLoseFocus, byOther, 0);
 }
 
+/// Limits drawing to a widget's exposed rectangle while it and its children
+/// paint (xpProperty_Clip), inside any clip already in force.
+class ClipScope {
+public:
+    explicit ClipScope(const Widget* w) {
+        auto it = w->properties.find(xpProperty_Clip);
+        if (it == w->properties.end() || !it->second || !gfx::available()) return;
+        active_ = true;
+        wasOn_ = glIsEnabled(GL_SCISSOR_TEST);
+        glGetIntegerv(GL_SCISSOR_BOX, previous_);
+        int l = 0, t = 0, r = 0, b = 0;
+        XPGetWidgetExposedGeometry(idOf(w), &l, &t, &r, &b);
+        if (wasOn_) {
+            l = std::max(l, previous_[0]);
+            b = std::max(b, previous_[1]);
+            r = std::min(r, previous_[0] + previous_[2]);
+            t = std::min(t, previous_[1] + previous_[3]);
+        }
+        glEnable(GL_SCISSOR_TEST);
+        glScissor(l, b, std::max(0, r - l), std::max(0, t - b));
+    }
+    ~ClipScope() {
+        if (!active_) return;
+        glScissor(previous_[0], previous_[1], previous_[2], previous_[3]);
+        if (!wasOn_) glDisable(GL_SCISSOR_TEST);
+    }
+    ClipScope(const ClipScope&) = delete;
+    ClipScope& operator=(const ClipScope&) = delete;
+
+private:
+    bool active_ = false;
+    GLboolean wasOn_ = GL_FALSE;
+    GLint previous_[4] = {0, 0, 0, 0};
+};
+
 void paint(Widget* w) {
     if (!w->visible) return;
     if (callWidget(w, xpMsg_Paint, 0, 0)) return;
+    ClipScope clip(w);
     callWidget(w, xpMsg_Draw, 0, 0);
     std::vector<Widget*> kids = w->children;
     for (Widget* k : kids)
