@@ -194,6 +194,26 @@ TEST_F(ScrollBar, AVerticalSliderHasItsMinimumAtTheBottom) {
     EXPECT_TRUE(dragSliderTo(*host, slider, 0));
 }
 
+TEST_F(ScrollBar, WildPropertiesFromAPlugInStayWithinTheRange) {
+    XPWidgetID window = mainWindow(100, 400, 400, 200);
+    XPWidgetID bar = child(window, xpWidgetClass_ScrollBar, 110, 300, 390, 284);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarMin, INTPTR_MIN);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarMax, INTPTR_MAX);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarPageAmount, INTPTR_MAX);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarSliderPosition, 0);
+    host->click(300, 292); // a page towards the maximum
+    intptr_t value = widgetProperty(bar, xpProperty_ScrollBarSliderPosition);
+    EXPECT_GT(value, 0);
+    host->click(150, 292); // and back: the thumb sits at the right end now
+    EXPECT_LT(widgetProperty(bar, xpProperty_ScrollBarSliderPosition), value);
+    // Reversed range: the axis runs the other way, the value stays inside it.
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarMin, 10);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarMax, 0);
+    XPSetWidgetProperty(bar, xpProperty_ScrollBarSliderPosition, 5);
+    host->click(385, 292); // the arrow at the "max" end
+    EXPECT_EQ(widgetProperty(bar, xpProperty_ScrollBarSliderPosition), 4);
+}
+
 TEST_F(MainWindowClose, TheCloseBoxReportsButLeavesTheWindowShown) {
     XPWidgetID window = mainWindow(100, 400, 400, 200, "Closable");
     XPWidgetID plain = mainWindow(500, 400, 700, 200, "No box");

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <string>
 
 namespace simhost::widgets {
@@ -456,6 +457,12 @@ struct TrackLayout {
     int down, downPage, thumb, upPage, up;
 };
 
+/// A scroll bar value property, kept to half the int range so that differences never overflow.
+int trackProp(XPWidgetID w, XPWidgetPropertyID id) {
+    constexpr intptr_t kLimit = std::numeric_limits<int>::max() / 2;
+    return static_cast<int>(std::clamp(prop(w, id), -kLimit, kLimit));
+}
+
 XPTrackStyle trackStyleOf(XPWidgetID w) {
     return prop(w, xpProperty_ScrollBarType) == xpScrollBarTypeSlider ? xpTrack_Slider : xpTrack_ScrollBar;
 }
@@ -464,10 +471,9 @@ TrackLayout layoutOf(XPWidgetID w) {
     Rect r = rectOf(w);
     TrackLayout t{};
     int vertical = 0;
-    XPGetTrackMetrics(r.l, r.b, r.r, r.t, static_cast<int>(prop(w, xpProperty_ScrollBarMin)),
-                      static_cast<int>(prop(w, xpProperty_ScrollBarMax)),
-                      static_cast<int>(prop(w, xpProperty_ScrollBarSliderPosition)), trackStyleOf(w),
-                      &vertical, &t.down, &t.downPage, &t.thumb, &t.upPage, &t.up);
+    XPGetTrackMetrics(r.l, r.b, r.r, r.t, trackProp(w, xpProperty_ScrollBarMin),
+                      trackProp(w, xpProperty_ScrollBarMax), trackProp(w, xpProperty_ScrollBarSliderPosition),
+                      trackStyleOf(w), &vertical, &t.down, &t.downPage, &t.thumb, &t.upPage, &t.up);
     t.vertical = vertical != 0;
     t.origin = t.vertical ? std::min(r.b, r.t) : std::min(r.l, r.r);
     return t;
@@ -475,7 +481,7 @@ TrackLayout layoutOf(XPWidgetID w) {
 
 /// Moves the thumb to a value (clamped) and tells the chain when it changed.
 void moveSlider(XPWidgetID w, intptr_t value) {
-    intptr_t lo = prop(w, xpProperty_ScrollBarMin), hi = prop(w, xpProperty_ScrollBarMax);
+    intptr_t lo = trackProp(w, xpProperty_ScrollBarMin), hi = trackProp(w, xpProperty_ScrollBarMax);
     if (lo > hi) std::swap(lo, hi);
     value = std::clamp(value, lo, hi);
     if (value == prop(w, xpProperty_ScrollBarSliderPosition)) return;
@@ -485,9 +491,11 @@ void moveSlider(XPWidgetID w, intptr_t value) {
 
 /// Steps towards max (+1) or min (-1) by an amount.
 void stepSlider(XPWidgetID w, int direction, intptr_t amount) {
-    intptr_t lo = prop(w, xpProperty_ScrollBarMin), hi = prop(w, xpProperty_ScrollBarMax);
+    intptr_t lo = trackProp(w, xpProperty_ScrollBarMin), hi = trackProp(w, xpProperty_ScrollBarMax);
     intptr_t towardsMax = hi >= lo ? 1 : -1;
-    moveSlider(w, prop(w, xpProperty_ScrollBarSliderPosition) + direction * towardsMax * amount);
+    intptr_t span = hi > lo ? hi - lo : lo - hi; // a step never needs to exceed the range
+    amount = std::clamp<intptr_t>(amount, -span, span);
+    moveSlider(w, trackProp(w, xpProperty_ScrollBarSliderPosition) + direction * towardsMax * amount);
 }
 
 int scrollBarFunc(XPWidgetMessage msg, XPWidgetID w, intptr_t p1, intptr_t) {
@@ -497,10 +505,9 @@ int scrollBarFunc(XPWidgetMessage msg, XPWidgetID w, intptr_t p1, intptr_t) {
         return 1;
     case xpMsg_Draw: {
         Rect r = rectOf(w);
-        XPDrawTrack(r.l, r.b, r.r, r.t, static_cast<int>(prop(w, xpProperty_ScrollBarMin)),
-                    static_cast<int>(prop(w, xpProperty_ScrollBarMax)),
-                    static_cast<int>(prop(w, xpProperty_ScrollBarSliderPosition)), trackStyleOf(w),
-                    prop(w, xpProperty_Hilited) ? 1 : 0);
+        XPDrawTrack(r.l, r.b, r.r, r.t, trackProp(w, xpProperty_ScrollBarMin),
+                    trackProp(w, xpProperty_ScrollBarMax), trackProp(w, xpProperty_ScrollBarSliderPosition),
+                    trackStyleOf(w), prop(w, xpProperty_Hilited) ? 1 : 0);
         return 1;
     }
     case xpMsg_MouseDown: {
@@ -533,7 +540,7 @@ int scrollBarFunc(XPWidgetMessage msg, XPWidgetID w, intptr_t p1, intptr_t) {
         int along = (t.vertical ? m->y : m->x) - t.origin;
         double fraction = double(along - prop(w, xpProperty_ScrollBarSlop) - t.down) / travel;
         fraction = std::clamp(fraction, 0.0, 1.0);
-        intptr_t lo = prop(w, xpProperty_ScrollBarMin), hi = prop(w, xpProperty_ScrollBarMax);
+        intptr_t lo = trackProp(w, xpProperty_ScrollBarMin), hi = trackProp(w, xpProperty_ScrollBarMax);
         moveSlider(w, lo + static_cast<intptr_t>(std::lround(fraction * double(hi - lo))));
         return 1;
     }

@@ -265,7 +265,7 @@ bool dragSliderTo(Host& host, WidgetHandle scrollBar, int value) {
     int across = vertical ? (rec->left + rec->right) / 2 : (rec->bottom + rec->top) / 2;
     if (thumb > 0 && travel > 0 && hi != lo) {
         int from = origin + down + downPage + thumb / 2;
-        double fraction = double(value - lo) / double(hi - lo);
+        double fraction = (double(value) - lo) / (double(hi) - lo);
         fraction = fraction < 0 ? 0 : (fraction > 1 ? 1 : fraction);
         int to = origin + down + static_cast<int>(fraction * travel + 0.5) + thumb / 2;
         if (vertical) {

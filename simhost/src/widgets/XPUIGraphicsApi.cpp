@@ -263,7 +263,7 @@ void XPGetTrackMetrics(int inX1, int inY1, int inX2, int inY2, int inMin, int in
     int travel = std::max(0, length - 2 * button - thumb);
     // The thumb's share of the travel: min at the left/bottom, max at the right/top.
     double fraction = 0;
-    if (inMax != inMin) fraction = std::clamp(double(inValue - inMin) / double(inMax - inMin), 0.0, 1.0);
+    if (inMax != inMin) fraction = std::clamp((double(inValue) - inMin) / (double(inMax) - inMin), 0.0, 1.0);
     int downPage = static_cast<int>(std::lround(fraction * travel));
     if (outIsVertical) *outIsVertical = vertical ? 1 : 0;
     if (outDownBtnSize) *outDownBtnSize = button;
