@@ -79,7 +79,8 @@ XObj8 TowbarlessTug() {
     m.box({0.35f, g + 1.95f, rear + 0.15f}, {1.80f, g + 2.05f, rear + 1.95f}, s.body);
     m.box({1.00f, g + 2.05f, rear + 0.90f}, {1.24f, g + 2.25f, rear + 1.14f}, s.beacon);
     m.box({-1.75f, g + 0.95f, rear + 0.20f}, {0.20f, g + 1.30f, cradleBack - 0.80f}, s.body);
-    m.box({-1.82f, g + 0.35f, rear + 2.20f}, {1.82f, g + 0.80f, rear + 4.60f}, s.lettered);
+    m.box({-1.82f, g + 0.35f, rear + 1.60f}, {1.82f, g + 0.80f, rear + 3.90f},
+          s.lettered); // between the wheels
     m.box({-1.85f, g + 0.15f, rear - 0.12f}, {1.85f, g + 0.50f, rear}, s.chassis);
     for (float x : {-1.40f, 1.40f}) {
         m.box({x - 0.16f, g + 0.55f, armTip + 0.12f}, {x + 0.16f, g + 0.75f, armTip + 0.15f}, s.headlamp);
