@@ -33,7 +33,25 @@ const ViewCommand kViewCommands[] = {
     {"sim/view/track_weapon", "Track weapon", 1027, true},
     {"sim/view/chase", "Chase", 1017, true},
     {"sim/view/wingman", "Wingman", 1029, true},
+    {"sim/view/left_45", "Left 45", 1004, false},
+    {"sim/view/right_45", "Right 45", 1005, false},
+    {"sim/view/left_90", "Left 90", 1006, false},
+    {"sim/view/right_90", "Right 90", 1007, false},
+    {"sim/view/left_135", "Left 135", 1008, false},
+    {"sim/view/right_135", "Right 135", 1009, false},
+    {"sim/view/back", "Backward", 1010, false},
+    {"sim/view/up_left", "Left and up", 1011, false},
+    {"sim/view/up_right", "Right and up", 1012, false},
+    {"sim/view/straight_down", "Straight down", 1025, false},
 };
+
+/// View commands X-Plane has that simhost knows by name only: they run their handlers and change nothing.
+const char* const kOtherViewCommands[] = {
+    "sim/view/glance_left",       "sim/view/glance_right",    "sim/view/straight_up",
+    "sim/view/ai_controls_views", "sim/view/lock_geo",        "sim/view/g_loaded_camera",
+    "sim/view/cinema_verite",     "sim/view/track-ir_toggle",
+};
+constexpr int kQuickLooks = 20; ///< sim/view/quick_look_0 ... _19 and their _mem variants
 
 /// Legacy joystick buttons (XPLMCommandButtonID) that select a view, as commands.
 struct LegacyMap {
@@ -131,6 +149,13 @@ void defineSimCommands(HostCore& c) {
         r->simAction = [type, ext](int phase) {
             if (phase == xplm_CommandBegin) setViewType(type, ext);
         };
+    }
+    for (const char* name : kOtherViewCommands)
+        create(c, name, name);
+    for (int i = 0; i < kQuickLooks; ++i) {
+        create(c, "sim/view/quick_look_" + std::to_string(i), "Quick look " + std::to_string(i));
+        create(c, "sim/view/quick_look_" + std::to_string(i) + "_mem",
+               "Memorize quick look " + std::to_string(i));
     }
     HostCore* pc = &c;
     create(c, "sim/operation/pause_toggle", "Toggle pause")->simAction = [pc](int phase) {

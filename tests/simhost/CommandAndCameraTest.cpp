@@ -70,6 +70,10 @@ TEST_F(Commands, LegacyButtonsAndKeyStrokesSelectViews) {
     EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 0);
     EXPECT_EQ(host->commandsRun(),
               (std::vector<std::string>{"sim/view/still_spot", "sim/view/forward_with_2d_panel"}));
+    EXPECT_TRUE(host->runCommand("sim/view/back"));
+    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1010);
+    EXPECT_TRUE(host->runCommand("sim/view/quick_look_19_mem")); // known, changes nothing
+    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1010);
 }
 
 TEST_F(Commands, PauseCommandsFreezeTheWorld) {
