@@ -1,10 +1,12 @@
 #include "core/PluginServices.h"
 
 #include "core/PluginState.h"
+#include "gpu/GPUService.h"
+#include "objects/HV_XObject.h"
 
 #include <string>
 
-// TODO(About dialog, preferences dialog, GPU service, truck view, scene objects): forward to
+// TODO(About dialog, preferences dialog, truck view, scene objects): forward to
 // each feature as it is built in; until then each action writes one log line and does nothing.
 
 namespace {
@@ -24,19 +26,35 @@ void OpenPreferencesDialog() {
 }
 
 void ToggleGPU() {
-    NotAvailable("GPU service");
+    GPUeventHandler();
 }
 
 void ResetGroundPower() {
-    NotAvailable("GPU reset");
+    resetGPU();
 }
 
 void HandleGPUMessage(int message) {
-    constexpr unsigned kFirstGPUMessage = 0x88888880u;
-    constexpr unsigned kLastGPUMessage = 0x8888888Cu;
-    const unsigned number = static_cast<unsigned>(message);
-    if (number < kFirstGPUMessage || number > kLastGPUMessage) return;
-    NotAvailable("GPU message " + std::to_string(number - kFirstGPUMessage));
+    switch (static_cast<unsigned>(message)) {
+    case kGPUMsgQueryService:
+        sendGPUAvailable();
+        break;
+    case kGPUMsgConnect:
+        ForceGPUOFF(); // marked absent, so the toggle connects it
+        GPUeventHandler();
+        break;
+    case kGPUMsgDisconnect:
+        ForceGPUON(); // marked present, so the toggle disconnects it
+        GPUeventHandler();
+        break;
+    case kGPUMsgQueryStatus:
+        determineStatusAndAnswer();
+        break;
+    case kGPUMsgElecOff:
+        KLVsimulElec(false);
+        break;
+    default:
+        break;
+    }
 }
 
 void LoadTruckModel(const char* folder, const char* name, int index) {
@@ -44,13 +62,12 @@ void LoadTruckModel(const char* folder, const char* name, int index) {
                  std::to_string(index) + ")");
 }
 
-bool LoadGPUModel(const char* /*path*/) {
-    NotAvailable("GPU model loading");
-    return false;
+bool LoadGPUModel(const char* path) {
+    return myGPUObject.LoadXObject(path);
 }
 
-int DrawGPUModelCallBack(int /*phase*/, int /*isBefore*/, void* /*refcon*/) {
-    return 1;
+int DrawGPUModelCallBack(int phase, int isBefore, void* refcon) {
+    return DrawGPUCallBack(phase, isBefore, refcon);
 }
 
 void TruckViewHotKeyCallBack(void* /*refcon*/) {

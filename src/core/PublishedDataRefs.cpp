@@ -3,6 +3,7 @@
 #include "core/GpuPosition.h"
 #include "core/PushbackControl.h"
 #include "core/PushbackStatus.h"
+#include "gpu/GPUService.h"
 #include "truck/TruckState.h"
 
 XPLMDataRef gKLVStatus = nullptr;
@@ -30,15 +31,10 @@ struct PublishedDataRef {
     XPLMSetDatad_f writeDouble;
 };
 
-// TODO(GPU service): the GPUstatus accessors (DataRefGetGPUStatus, DataRefSetGPUStatus) are not
-// written yet; until then "halvern/kalvora/GPUstatus" reads 0 and ignores writes.
-constexpr XPLMGetDatai_f kGetGPUStatusPending = nullptr;
-constexpr XPLMSetDatai_f kSetGPUStatusPending = nullptr;
-
 const PublishedDataRef kPublished[] = {
     {&gKLVStatus, "halvern/kalvora/PBstatus", xplmType_Int, GetPBStatus, SetPBStatus, nullptr, nullptr,
      nullptr, nullptr},
-    {&gKLVGPUStatus, "halvern/kalvora/GPUstatus", xplmType_Int, kGetGPUStatusPending, kSetGPUStatusPending,
+    {&gKLVGPUStatus, "halvern/kalvora/GPUstatus", xplmType_Int, DataRefGetGPUStatus, DataRefSetGPUStatus,
      nullptr, nullptr, nullptr, nullptr},
     {&gTruckPositionX, "halvern/kalvora/truck/position_ogl_x", xplmType_Double, nullptr, nullptr, nullptr,
      nullptr, GetTruckPosX, SetTruckPosX},
