@@ -6,7 +6,7 @@ HV_XObject gKLVtheTruck;
 
 // The lifecycle defines the real stream; this weak null stands in until it is linked, so the scene
 // objects can be used (and tested) on their own.
-__attribute__((weak)) std::ofstream* KLVlog = nullptr;
+__attribute__((weak)) std::ostream* KLVlog = nullptr;
 
 void LoadMeshAndTextures(const char* directory, const char* name, int) {
     const std::string dir = directory ? directory : "";

@@ -3,13 +3,13 @@
 
 #include "objects/HV_XObject.h"
 
-#include <fstream>
+#include <ostream>
 
 /// The drawn push-back truck.
 extern HV_XObject gKLVtheTruck;
 
 /// The plug-in's log stream, opened at start by the lifecycle; null until then (nothing is written).
-extern std::ofstream* KLVlog;
+extern std::ostream* KLVlog;
 
 /// Loads the truck model `directory` + `name` (plain concatenation, no extension) into gKLVtheTruck
 /// and writes one line saying how it went to KLVlog. The third argument is not used.
