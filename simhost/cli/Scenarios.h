@@ -33,6 +33,7 @@ const Scenario* findScenario(const std::string& name);
 /// How to run a scenario.
 struct ScenarioOptions {
     std::string plugin;   ///< the .xpl to load
+    std::string dataDir;  ///< the plug-in's data folder to install with it; empty: the one beside the .xpl
     std::string aircraft; ///< overrides the scenario's profile when not empty
     double headingDeg = std::numeric_limits<double>::quiet_NaN(); ///< overrides when not NaN
     double fps = 60;

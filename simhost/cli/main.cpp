@@ -70,6 +70,16 @@ bool apply(simhost::Host& host, const TimedAction& a, std::string& why) {
     return why.empty();
 }
 
+/// The data folder to install with the plug-in: --data, else (for a Kalvora.xpl without one
+/// beside it) the source tree's, where it lives until it is installed; empty: the host's default.
+std::string dataFolder(const Options& o) {
+    const fs::path xpl(o.plugin);
+    if (o.dataDir.empty() && !fs::is_directory(xpl.parent_path() / xpl.stem()) && xpl.stem() == "Kalvora" &&
+        fs::is_directory(KALVORA_ASSETS_DIR))
+        return KALVORA_ASSETS_DIR;
+    return o.dataDir;
+}
+
 int run(const Options& o, const std::vector<TimedAction>& actions) {
     simhost::HostOptions ho;
     ho.aircraft = o.aircraft;
@@ -85,12 +95,7 @@ int run(const Options& o, const std::vector<TimedAction>& actions) {
 
     simhost::Host host(ho);
     std::string error;
-    // Kalvora's data folder lives in the source tree until it is installed beside the plug-in.
-    std::string data = o.dataDir;
-    const fs::path xpl(o.plugin);
-    if (data.empty() && !fs::is_directory(xpl.parent_path() / xpl.stem()) && xpl.stem() == "Kalvora" &&
-        fs::is_directory(KALVORA_ASSETS_DIR))
-        data = KALVORA_ASSETS_DIR;
+    const std::string data = dataFolder(o);
     const int id = data.empty() ? host.loadPlugin(o.plugin, &error) : host.loadPlugin(o.plugin, data, &error);
     if (id < 0) {
         std::cerr << "kalvora-sim: cannot load " << o.plugin << ": " << error << "\n";
@@ -149,6 +154,7 @@ int runNamedScenario(const Options& o) {
     }
     simhost::cli::ScenarioOptions so;
     so.plugin = o.plugin;
+    so.dataDir = dataFolder(o);
     so.aircraft = o.aircraftGiven ? o.aircraft : "";
     if (o.headingGiven) so.headingDeg = o.heading;
     so.fps = o.fps;
