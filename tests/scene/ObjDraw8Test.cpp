@@ -275,6 +275,49 @@ TEST_F(ObjDraw8Test, ResetAndDiffuseSetTheColourOfTheFollowingTriangles) {
     EXPECT_GT(white.g, 200);
 }
 
+TEST_F(ObjDraw8Test, LinesAndLightsTakeTheirColoursFromTheirPools) {
+    XObj8 obj;
+    obj.geoLines.clear(6);
+    obj.geoLights.clear(6);
+    // A green horizontal line above the centre, through the index list.
+    const float a[6] = {-3, 1, kQuadDepthM, 0, 1, 0}, b[6] = {3, 1, kQuadDepthM, 0, 1, 0};
+    obj.indices = {obj.geoLines.append(a), obj.geoLines.append(b)};
+    XObjCmd8 lines = Cmd(obj8_Lines);
+    lines.idxOffset = 0;
+    lines.idxCount = 2;
+    // Lights straight from their pool: the second of two, red, on the centre below the line.
+    const float off[6] = {3, -3, kQuadDepthM, 0, 0, 1}, red[6] = {0, -1, kQuadDepthM, 1, 0, 0};
+    obj.geoLights.append(off);
+    obj.geoLights.append(red);
+    XObjCmd8 lights = Cmd(obj8_Lights);
+    lights.idxOffset = 1;
+    lights.idxCount = 1;
+    XObjLOD8 l;
+    l.cmds = {lines, lights};
+    obj.lods = {l};
+    const auto image = Render([&] {
+        glDisable(GL_LIGHTING);
+        glPointSize(5);
+        ObjDraw8(obj, 0, nullptr, nullptr);
+        glPointSize(1);
+    });
+    const Blob drawn = Difference(image, empty_);
+    EXPECT_GT(drawn.count, 100);
+    int greenAbove = 0, redBelow = 0, blueAnywhere = 0;
+    for (int y = 0; y < image.height; ++y)
+        for (int x = 0; x < image.width; ++x) {
+            const uint32_t p = image.at(x, y);
+            const int r = p >> 24, g = (p >> 16) & 0xFF, bl = (p >> 8) & 0xFF;
+            greenAbove += (g > 200 && r < 60 && bl < 60 && y > kFrameH / 2) ? 1 : 0;
+            redBelow +=
+                (r > 200 && g < 60 && bl < 60 && y < kFrameH / 2 && std::abs(x - kFrameW / 2) < 6) ? 1 : 0;
+            blueAnywhere += (bl > 200 && r < 60 && g < 60) ? 1 : 0;
+        }
+    EXPECT_GT(greenAbove, 100) << "the line, in its pool's colour";
+    EXPECT_GT(redBelow, 4) << "the second light";
+    EXPECT_EQ(blueAnywhere, 0) << "the first light is not drawn";
+}
+
 TEST_F(ObjDraw8Test, EveryValidCorpusModelDrawsWithoutAnOpenGLError) {
     KALVORA_REQUIRE_CORPUS();
     const std::string dir = corpusPath("obj8");

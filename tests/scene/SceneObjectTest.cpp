@@ -176,6 +176,39 @@ TEST_F(SceneObjectTest, ObjectsFartherThanTheMaximumDistanceAreNotDrawn) {
     EXPECT_GT(Show(object).count, 1000);
 }
 
+TEST_F(SceneObjectTest, ScaleStretchesTheModel) {
+    const std::string base = PanelModel("scaled");
+    WritePng(base + ".png", 0, 255, 0);
+    HV_XObject object;
+    ASSERT_TRUE(object.LoadXObject(base.c_str()));
+    const Blob normal = Show(object);
+    object.scaleX = 2.0f;
+    const Blob wide = Show(object);
+    EXPECT_NEAR(static_cast<double>(wide.count) / normal.count, 2.0, 0.15);
+    EXPECT_NEAR(wide.cx, normal.cx, 2) << "scaled about the object's origin, on the view axis";
+}
+
+TEST_F(SceneObjectTest, KillXObjectDeletesBothTextures) {
+    const std::string base = PanelModel("killed");
+    WritePng(base + ".png", 0, 255, 0);
+    WritePng(base + "LIT.png", 255, 255, 255);
+    HV_XObject object;
+    ASSERT_TRUE(object.LoadXObject(base.c_str()));
+    const GLuint day = static_cast<GLuint>(object.dayTexture), lit = static_cast<GLuint>(object.litTexture);
+    GLboolean before[2] = {GL_FALSE, GL_FALSE}, after[2] = {GL_TRUE, GL_TRUE};
+    Render([&] {
+        before[0] = glIsTexture(day);
+        before[1] = glIsTexture(lit);
+        object.KillXObject();
+        after[0] = glIsTexture(day);
+        after[1] = glIsTexture(lit);
+    });
+    EXPECT_EQ(before[0], GL_TRUE);
+    EXPECT_EQ(before[1], GL_TRUE);
+    EXPECT_EQ(after[0], GL_FALSE);
+    EXPECT_EQ(after[1], GL_FALSE);
+}
+
 TEST_F(SceneObjectTest, HiddenObjectsDrawNothing) {
     const std::string base = PanelModel("hidden");
     WritePng(base + ".png", 0, 255, 0);
