@@ -1,5 +1,8 @@
 #include "objects/TruckModel.h"
 
+#include "XPLMUtilities.h"
+
+#include <exception>
 #include <string>
 
 HV_XObject gKLVtheTruck;
@@ -9,13 +12,18 @@ HV_XObject gKLVtheTruck;
 __attribute__((weak)) std::ostream* KLVlog = nullptr;
 
 void LoadMeshAndTextures(const char* directory, const char* name, int) {
-    const std::string dir = directory ? directory : "";
-    const std::string path = dir + (name ? name : "");
-    const bool ok = gKLVtheTruck.LoadXObject(path.c_str());
-    if (!KLVlog) return;
-    if (ok)
-        *KLVlog << "Meshes and textures for object " << path << " succesfuly loaded\n";
-    else
-        *KLVlog << "[WRNG] Failed to load object " << path << " (path: " << dir << ")\n";
-    KLVlog->flush();
+    try {
+        const std::string dir = directory ? directory : "";
+        const std::string path = dir + (name ? name : "");
+        const bool ok = gKLVtheTruck.LoadXObject(path.c_str());
+        if (!KLVlog) return;
+        if (ok)
+            *KLVlog << "Meshes and textures for object " << path << " succesfuly loaded\n";
+        else
+            *KLVlog << "[WRNG] Failed to load object " << path << " (path: " << dir << ")\n";
+        KLVlog->flush();
+    } catch (const std::exception& e) {
+        // Called from the host's enable and menu callbacks: nothing may escape.
+        XPLMDebugString((std::string("Kalvora: cannot load the truck model: ") + e.what() + "\n").c_str());
+    }
 }
