@@ -9,7 +9,7 @@
 
 #include "graphics/BitmapFont.h"
 #include "graphics/GraphicsHooks.h"
-#include "simhost/Simhost.h"
+#include "HostInternal.h"
 
 #include <GL/gl.h>
 #include <GL/glext.h>
@@ -37,15 +37,13 @@ int gNextFakeTexture = 1;
 /// The general-interface texture (xplm_Tex_GeneralInterface), made on first use.
 GLuint gInterfaceTexture = 0;
 
-/// The local frame's reference point, degrees: the world's lat_ref/lon_ref when
-/// the host publishes them, else the renderer's own.
+/// The local frame's reference point, degrees: the world's (the value its
+/// lat_ref/lon_ref datarefs publish) when a host is live, else the renderer's own.
 void reference(double& latDeg, double& lonDeg) {
     gfx::referencePoint(latDeg, lonDeg);
-    Host* host = Host::current();
-    if (host && host->exists("sim/flightmodel/position/lat_ref") &&
-        host->exists("sim/flightmodel/position/lon_ref")) {
-        latDeg = host->getf("sim/flightmodel/position/lat_ref");
-        lonDeg = host->getf("sim/flightmodel/position/lon_ref");
+    if (const detail::HostCore* c = detail::core()) {
+        latDeg = detail::refLat(*c);
+        lonDeg = detail::refLon(*c);
     }
 }
 
