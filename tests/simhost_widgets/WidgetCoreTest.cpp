@@ -324,3 +324,46 @@ TEST_F(WidgetDestruction, UnloadingAPluginTakesItsWidgetsAway) {
 
 } // namespace
 } // namespace simhost::testing
+
+namespace simhost::testing {
+namespace {
+
+/// A self-drawn window built from the utilities: drops the keyboard on a click and drags by its top strip.
+int utilityWindow(XPWidgetMessage msg, XPWidgetID w, intptr_t p1, intptr_t p2) {
+    XPUDefocusKeyboard(msg, w, p1, p2, 0);
+    int l, t, r, b;
+    XPGetWidgetGeometry(w, &l, &t, &r, &b);
+    if (XPUDragWidget(msg, w, p1, p2, l, t, r, t - 20)) return 1;
+    return msg == xpMsg_MouseDown ? 1 : 0;
+}
+
+using WidgetUtilities = WidgetTest;
+
+TEST_F(WidgetUtilities, DragWidgetMovesTheTreeAndDefocusGivesTheKeyboardBack) {
+    XPWidgetID other = mainWindow(500, 400, 700, 200, "Other");
+    XPWidgetID field = child(other, xpWidgetClass_TextField, 510, 380, 690, 360, "");
+    XPWidgetID custom = XPCreateCustomWidget(100, 400, 300, 200, 1, "Custom", 1, nullptr, utilityWindow);
+    XPWidgetID label = child(custom, xpWidgetClass_Caption, 110, 370, 200, 350, "inside");
+    ASSERT_EQ(XPSetKeyboardFocus(field), field);
+    host->mouseDown(150, 390); // in the top strip
+    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
+    host->mouseDrag(180, 380);
+    host->mouseUp(180, 380);
+    WidgetInfo w, l;
+    ASSERT_TRUE(widgetInfo(custom, w));
+    ASSERT_TRUE(widgetInfo(label, l));
+    EXPECT_EQ(w.left, 130);
+    EXPECT_EQ(w.top, 390);
+    EXPECT_EQ(l.left, 140);
+    EXPECT_EQ(l.top, 360);
+    EXPECT_EQ(widgetProperty(custom, xpProperty_Dragging), 0);
+    // Below the strip nothing moves.
+    host->mouseDown(200, 250);
+    host->mouseDrag(260, 250);
+    host->mouseUp(260, 250);
+    ASSERT_TRUE(widgetInfo(custom, w));
+    EXPECT_EQ(w.left, 130);
+}
+
+} // namespace
+} // namespace simhost::testing
