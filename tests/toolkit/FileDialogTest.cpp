@@ -89,6 +89,7 @@ TEST_F(FileDialogTest, ListsParentFoldersThenMatchingFilesInOrder) {
     EXPECT_EQ(DescriptorOf(Window()), "Open");
     EXPECT_EQ(Names(), (std::vector<std::string>{"..", "Trucks", "a.txt", "b.txt"}));
     EXPECT_NE(FindByDescriptor(Window(), folder.string() + "/"), nullptr); // the folder's path is shown
+    Click(FindByDescriptor(Window(), "Cancel"));
 }
 
 TEST_F(FileDialogTest, ClickingAFileThenOkAnswersItsPath) {
@@ -145,6 +146,8 @@ TEST_F(FileDialogTest, AMissingFolderListsOnlyTheWayUp) {
     EXPECT_EQ(Names(), (std::vector<std::string>{".."}));
     ClickEntry("..");
     EXPECT_EQ(Names().size(), 5u);
+    Click(FindByDescriptor(Window(), "Cancel"));
+    EXPECT_TRUE(answer.cancelled);
 }
 
 } // namespace
