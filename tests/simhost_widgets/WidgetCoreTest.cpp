@@ -2,6 +2,7 @@
 #include "WidgetFixture.h"
 
 #include <cstring>
+#include <stdexcept>
 
 namespace simhost::testing {
 namespace {
@@ -363,6 +364,28 @@ TEST_F(WidgetUtilities, DragWidgetMovesTheTreeAndDefocusGivesTheKeyboardBack) {
     host->mouseUp(260, 250);
     ASSERT_TRUE(widgetInfo(custom, w));
     EXPECT_EQ(w.left, 130);
+}
+
+} // namespace
+} // namespace simhost::testing
+
+namespace simhost::testing {
+namespace {
+
+/// A widget function with a bug: it throws on the probe message.
+int throwsOnProbe(XPWidgetMessage msg, XPWidgetID, intptr_t, intptr_t) {
+    if (msg == xpMsg_UserStart + 1) throw std::runtime_error("widget bug");
+    return 0;
+}
+
+TEST_F(WidgetDispatch, AThrowingWidgetFunctionCountsAsNotHandledAndIsLogged) {
+    XPWidgetID w = XPCreateCustomWidget(0, 10, 10, 0, 1, "", 0, nullptr, recordAndHandle);
+    XPAddWidgetCallback(w, throwsOnProbe);
+    seen().clear();
+    EXPECT_EQ(XPSendMessageToWidget(w, xpMsg_UserStart + 1, xpMode_Direct, 0, 0),
+              1); // the older one handles it
+    EXPECT_EQ(seen().size(), 1u);
+    EXPECT_NE(host->logText().find("widget bug"), std::string::npos);
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "graphics/BitmapFont.h"
 #include "graphics/GraphicsHooks.h"
 #include "HostInternal.h"
+#include "graphics/ApiFirewall.h"
 
 #include <GL/gl.h>
 #include <GL/glext.h>
@@ -134,16 +135,18 @@ void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
 }
 
 void XPLMGenerateTextureNumbers(int* outTextureIDs, int inCount) {
-    if (!outTextureIDs || inCount <= 0) return;
-    if (!gfx::makeCurrent()) {
+    detail::firewall("XPLMGenerateTextureNumbers", [&] {
+        if (!outTextureIDs || inCount <= 0) return;
+        if (!gfx::makeCurrent()) {
+            for (int i = 0; i < inCount; ++i)
+                outTextureIDs[i] = gNextFakeTexture++;
+            return;
+        }
+        std::vector<GLuint> names(static_cast<size_t>(inCount));
+        glGenTextures(inCount, names.data());
         for (int i = 0; i < inCount; ++i)
-            outTextureIDs[i] = gNextFakeTexture++;
-        return;
-    }
-    std::vector<GLuint> names(static_cast<size_t>(inCount));
-    glGenTextures(inCount, names.data());
-    for (int i = 0; i < inCount; ++i)
-        outTextureIDs[i] = static_cast<int>(names[i]);
+            outTextureIDs[i] = static_cast<int>(names[i]);
+    });
 }
 
 int XPLMGetTexture(XPLMTextureID inTexture) {
@@ -198,19 +201,21 @@ void XPLMDrawTranslucentDarkBox(int inLeft, int inTop, int inRight, int inBottom
 
 void XPLMDrawString(float* inColorRGB, int inXOffset, int inYOffset, const char* inChar, int* inWordWrapWidth,
                     XPLMFontID inFontID) {
-    if (!inChar || !gfx::available()) return;
-    Saved2DState saved;
-    if (inColorRGB)
-        glColor3f(inColorRGB[0], inColorRGB[1], inColorRGB[2]);
-    else
-        glColor3f(1, 1, 1);
-    int wrap = inWordWrapWidth ? *inWordWrapWidth : 0;
-    int y = inYOffset;
-    for (const std::string& line : wrapLines(inChar, wrap, inFontID)) {
-        gfx::font::drawLine(inFontID, static_cast<float>(inXOffset), static_cast<float>(y), line.c_str(),
-                            static_cast<int>(line.size()));
-        y -= gfx::font::kLineHeightPx;
-    }
+    detail::firewall("XPLMDrawString", [&] {
+        if (!inChar || !gfx::available()) return;
+        Saved2DState saved;
+        if (inColorRGB)
+            glColor3f(inColorRGB[0], inColorRGB[1], inColorRGB[2]);
+        else
+            glColor3f(1, 1, 1);
+        int wrap = inWordWrapWidth ? *inWordWrapWidth : 0;
+        int y = inYOffset;
+        for (const std::string& line : wrapLines(inChar, wrap, inFontID)) {
+            gfx::font::drawLine(inFontID, static_cast<float>(inXOffset), static_cast<float>(y), line.c_str(),
+                                static_cast<int>(line.size()));
+            y -= gfx::font::kLineHeightPx;
+        }
+    });
 }
 
 void XPLMDrawNumber(float* inColorRGB, int inXOffset, int inYOffset, double inValue, int inDigits,

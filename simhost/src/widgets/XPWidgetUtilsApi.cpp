@@ -3,6 +3,7 @@
 #include "XPWidgetUtils.h"
 
 #include "XPWidgets.h"
+#include "graphics/ApiFirewall.h"
 #include "widgets/WidgetTree.h"
 
 #include <vector>
@@ -13,17 +14,19 @@ extern "C" {
 
 void XPUCreateWidgets(const XPWidgetCreate_t* inWidgetDefs, int inCount, XPWidgetID inParamParent,
                       XPWidgetID* ioWidgets) {
-    if (!inWidgetDefs || !ioWidgets || inCount <= 0) return;
-    for (int i = 0; i < inCount; ++i) {
-        const XPWidgetCreate_t& d = inWidgetDefs[i];
-        XPWidgetID container = nullptr;
-        if (d.containerIndex == PARAM_PARENT)
-            container = inParamParent;
-        else if (d.containerIndex >= 0 && d.containerIndex < i) // a parent comes earlier in the table
-            container = ioWidgets[d.containerIndex];
-        ioWidgets[i] = XPCreateWidget(d.left, d.top, d.right, d.bottom, d.visible, d.descriptor, d.isRoot,
-                                      container, d.widgetClass);
-    }
+    simhost::detail::firewall("XPUCreateWidgets", [&] {
+        if (!inWidgetDefs || !ioWidgets || inCount <= 0) return;
+        for (int i = 0; i < inCount; ++i) {
+            const XPWidgetCreate_t& d = inWidgetDefs[i];
+            XPWidgetID container = nullptr;
+            if (d.containerIndex == PARAM_PARENT)
+                container = inParamParent;
+            else if (d.containerIndex >= 0 && d.containerIndex < i) // a parent comes earlier in the table
+                container = ioWidgets[d.containerIndex];
+            ioWidgets[i] = XPCreateWidget(d.left, d.top, d.right, d.bottom, d.visible, d.descriptor, d.isRoot,
+                                          container, d.widgetClass);
+        }
+    });
 }
 
 void XPUMoveWidgetBy(XPWidgetID inWidget, int inDeltaX, int inDeltaY) {

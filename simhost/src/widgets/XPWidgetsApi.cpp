@@ -3,6 +3,7 @@
 #include "XPWidgets.h"
 
 #include "HostInternal.h"
+#include "graphics/ApiFirewall.h"
 #include "graphics/GraphicsHooks.h"
 #include "widgets/WidgetTree.h"
 
@@ -492,48 +493,59 @@ void dropWidgets(int pluginId) {
 } // namespace simhost::widgets
 
 using namespace simhost::widgets;
+namespace detail = simhost::detail;
 
 extern "C" {
 
 XPWidgetID XPCreateWidget(int inLeft, int inTop, int inRight, int inBottom, int inVisible,
                           const char* inDescriptor, int inIsRoot, XPWidgetID inContainer,
                           XPWidgetClass inClass) {
-    return create(inLeft, inTop, inRight, inBottom, inVisible, inDescriptor, inIsRoot, inContainer, inClass,
-                  classFunction(inClass));
+    return detail::firewall("XPCreateWidget", XPWidgetID{}, [&]() -> XPWidgetID {
+        return create(inLeft, inTop, inRight, inBottom, inVisible, inDescriptor, inIsRoot, inContainer,
+                      inClass, classFunction(inClass));
+    });
 }
 
 XPWidgetID XPCreateCustomWidget(int inLeft, int inTop, int inRight, int inBottom, int inVisible,
                                 const char* inDescriptor, int inIsRoot, XPWidgetID inContainer,
                                 XPWidgetFunc_t inCallback) {
-    return create(inLeft, inTop, inRight, inBottom, inVisible, inDescriptor, inIsRoot, inContainer,
-                  xpWidgetClass_None, inCallback);
+    return detail::firewall("XPCreateCustomWidget", XPWidgetID{}, [&]() -> XPWidgetID {
+        return create(inLeft, inTop, inRight, inBottom, inVisible, inDescriptor, inIsRoot, inContainer,
+                      xpWidgetClass_None, inCallback);
+    });
 }
 
 void XPDestroyWidget(XPWidgetID inWidget, int inDestroyChildren) {
-    Widget* w = find(inWidget);
-    if (!w) return;
-    DispatchScope scope;
-    destroyTree(w, inDestroyChildren != 0, 0);
+    detail::firewall("XPDestroyWidget", [&] {
+        Widget* w = find(inWidget);
+        if (!w) return;
+        DispatchScope scope;
+        destroyTree(w, inDestroyChildren != 0, 0);
+    });
 }
 
 int XPSendMessageToWidget(XPWidgetID inWidget, XPWidgetMessage inMessage, XPDispatchMode inMode,
                           intptr_t inParam1, intptr_t inParam2) {
-    return dispatch(find(inWidget), inMessage, inMode, inParam1, inParam2);
+    return detail::firewall("XPSendMessageToWidget", 0, [&]() -> int {
+        return dispatch(find(inWidget), inMessage, inMode, inParam1, inParam2);
+    });
 }
 
 void XPPlaceWidgetWithin(XPWidgetID inSubWidget, XPWidgetID inContainer) {
-    Widget* w = find(inSubWidget);
-    if (!w || w->isRoot) return;
-    Widget* container = find(inContainer);
-    if (inContainer && !container) return;
-    if (container && isInside(container, w)) return; // would make a cycle
-    DispatchScope scope;
-    unlinkFromParent(w, true);
-    if (!container || !w->alive) return;
-    w->parent = container;
-    container->children.push_back(w);
-    callWidget(container, xpMsg_AcceptChild, reinterpret_cast<intptr_t>(w), 0);
-    if (w->alive) callWidget(w, xpMsg_AcceptParent, reinterpret_cast<intptr_t>(container), 0);
+    detail::firewall("XPPlaceWidgetWithin", [&] {
+        Widget* w = find(inSubWidget);
+        if (!w || w->isRoot) return;
+        Widget* container = find(inContainer);
+        if (inContainer && !container) return;
+        if (container && isInside(container, w)) return; // would make a cycle
+        DispatchScope scope;
+        unlinkFromParent(w, true);
+        if (!container || !w->alive) return;
+        w->parent = container;
+        container->children.push_back(w);
+        callWidget(container, xpMsg_AcceptChild, reinterpret_cast<intptr_t>(w), 0);
+        if (w->alive) callWidget(w, xpMsg_AcceptParent, reinterpret_cast<intptr_t>(container), 0);
+    });
 }
 
 int XPCountChildWidgets(XPWidgetID inWidget) {
@@ -553,27 +565,31 @@ XPWidgetID XPGetParentWidget(XPWidgetID inWidget) {
 }
 
 void XPShowWidget(XPWidgetID inWidget) {
-    Widget* w = find(inWidget);
-    if (!w || w->visible) return;
-    DispatchScope scope;
-    w->visible = true;
-    if (w->window) XPLMSetWindowIsVisible(w->window, 1);
-    dispatch(w, xpMsg_Shown, xpMode_UpChain, reinterpret_cast<intptr_t>(w), 0);
+    detail::firewall("XPShowWidget", [&] {
+        Widget* w = find(inWidget);
+        if (!w || w->visible) return;
+        DispatchScope scope;
+        w->visible = true;
+        if (w->window) XPLMSetWindowIsVisible(w->window, 1);
+        dispatch(w, xpMsg_Shown, xpMode_UpChain, reinterpret_cast<intptr_t>(w), 0);
+    });
 }
 
 void XPHideWidget(XPWidgetID inWidget) {
-    Widget* w = find(inWidget);
-    if (!w || !w->visible) return;
-    DispatchScope scope;
-    State& s = S();
-    w->visible = false;
-    if (w->window) XPLMSetWindowIsVisible(w->window, 0);
-    if (s.focus && isInside(s.focus, w)) {
-        Widget* root = rootOf(s.focus);
-        dropFocus(0);
-        releaseWindowFocus(root);
-    }
-    if (w->alive) dispatch(w, xpMsg_Hidden, xpMode_UpChain, reinterpret_cast<intptr_t>(w), 0);
+    detail::firewall("XPHideWidget", [&] {
+        Widget* w = find(inWidget);
+        if (!w || !w->visible) return;
+        DispatchScope scope;
+        State& s = S();
+        w->visible = false;
+        if (w->window) XPLMSetWindowIsVisible(w->window, 0);
+        if (s.focus && isInside(s.focus, w)) {
+            Widget* root = rootOf(s.focus);
+            dropFocus(0);
+            releaseWindowFocus(root);
+        }
+        if (w->alive) dispatch(w, xpMsg_Hidden, xpMode_UpChain, reinterpret_cast<intptr_t>(w), 0);
+    });
 }
 
 int XPIsWidgetVisible(XPWidgetID inWidget) {
@@ -604,23 +620,25 @@ void XPGetWidgetGeometry(XPWidgetID inWidget, int* outLeft, int* outTop, int* ou
 }
 
 void XPSetWidgetGeometry(XPWidgetID inWidget, int inLeft, int inTop, int inRight, int inBottom) {
-    Widget* w = find(inWidget);
-    if (!w) return;
-    if (w->left == inLeft && w->top == inTop && w->right == inRight && w->bottom == inBottom) return;
-    DispatchScope scope;
-    // dx/dy follow the top-left corner, so top-anchored layouts stay in place on a resize.
-    XPWidgetGeometryChange_t change{};
-    change.dx = inLeft - w->left;
-    change.dy = inTop - w->top;
-    change.dwidth = (inRight - inLeft) - (w->right - w->left);
-    change.dheight = (inTop - inBottom) - (w->top - w->bottom);
-    w->left = inLeft;
-    w->top = inTop;
-    w->right = inRight;
-    w->bottom = inBottom;
-    if (w->window) XPLMSetWindowGeometry(w->window, inLeft, inTop, inRight, inBottom);
-    dispatch(w, xpMsg_Reshape, xpMode_UpChain, reinterpret_cast<intptr_t>(w),
-             reinterpret_cast<intptr_t>(&change));
+    detail::firewall("XPSetWidgetGeometry", [&] {
+        Widget* w = find(inWidget);
+        if (!w) return;
+        if (w->left == inLeft && w->top == inTop && w->right == inRight && w->bottom == inBottom) return;
+        DispatchScope scope;
+        // dx/dy follow the top-left corner, so top-anchored layouts stay in place on a resize.
+        XPWidgetGeometryChange_t change{};
+        change.dx = inLeft - w->left;
+        change.dy = inTop - w->top;
+        change.dwidth = (inRight - inLeft) - (w->right - w->left);
+        change.dheight = (inTop - inBottom) - (w->top - w->bottom);
+        w->left = inLeft;
+        w->top = inTop;
+        w->right = inRight;
+        w->bottom = inBottom;
+        if (w->window) XPLMSetWindowGeometry(w->window, inLeft, inTop, inRight, inBottom);
+        dispatch(w, xpMsg_Reshape, xpMode_UpChain, reinterpret_cast<intptr_t>(w),
+                 reinterpret_cast<intptr_t>(&change));
+    });
 }
 
 XPWidgetID XPGetWidgetForLocation(XPWidgetID inContainer, int inXOffset, int inYOffset, int inRecursive,
@@ -659,10 +677,12 @@ void XPGetWidgetExposedGeometry(XPWidgetID inWidgetID, int* outLeft, int* outTop
 }
 
 void XPSetWidgetDescriptor(XPWidgetID inWidget, const char* inDescriptor) {
-    Widget* w = find(inWidget);
-    if (!w) return;
-    w->descriptor = inDescriptor ? inDescriptor : "";
-    dispatch(w, xpMsg_DescriptorChanged, xpMode_Direct, 0, 0);
+    detail::firewall("XPSetWidgetDescriptor", [&] {
+        Widget* w = find(inWidget);
+        if (!w) return;
+        w->descriptor = inDescriptor ? inDescriptor : "";
+        dispatch(w, xpMsg_DescriptorChanged, xpMode_Direct, 0, 0);
+    });
 }
 
 int XPGetWidgetDescriptor(XPWidgetID inWidget, char* outDescriptor, int inMaxDescLength) {
@@ -684,10 +704,12 @@ XPLMWindowID XPGetWidgetUnderlyingWindow(XPWidgetID inWidget) {
 }
 
 void XPSetWidgetProperty(XPWidgetID inWidget, XPWidgetPropertyID inProperty, intptr_t inValue) {
-    Widget* w = find(inWidget);
-    if (!w) return;
-    w->properties[inProperty] = inValue;
-    dispatch(w, xpMsg_PropertyChanged, xpMode_Direct, inProperty, inValue);
+    detail::firewall("XPSetWidgetProperty", [&] {
+        Widget* w = find(inWidget);
+        if (!w) return;
+        w->properties[inProperty] = inValue;
+        dispatch(w, xpMsg_PropertyChanged, xpMode_Direct, inProperty, inValue);
+    });
 }
 
 intptr_t XPGetWidgetProperty(XPWidgetID inWidget, XPWidgetPropertyID inProperty, int* inExists) {
@@ -699,50 +721,54 @@ intptr_t XPGetWidgetProperty(XPWidgetID inWidget, XPWidgetPropertyID inProperty,
 }
 
 XPWidgetID XPSetKeyboardFocus(XPWidgetID inWidget) {
-    syncWithHost();
-    State& s = S();
-    DispatchScope scope;
-    if (!inWidget) {
-        Widget* root = s.focus ? rootOf(s.focus) : nullptr;
-        dropFocus(0);
-        releaseWindowFocus(root);
-        if (!root) {
+    return detail::firewall("XPSetKeyboardFocus", XPWidgetID{}, [&]() -> XPWidgetID {
+        syncWithHost();
+        State& s = S();
+        DispatchScope scope;
+        if (!inWidget) {
+            Widget* root = s.focus ? rootOf(s.focus) : nullptr;
+            dropFocus(0);
+            releaseWindowFocus(root);
+            if (!root) {
+                s.changingFocus = true;
+                XPLMTakeKeyboardFocus(nullptr);
+                s.changingFocus = false;
+            }
+            return nullptr;
+        }
+        Widget* w = find(inWidget);
+        if (!w) return s.focus ? idOf(s.focus) : nullptr;
+        if (s.focus == w) return idOf(w);
+        if (!callWidget(w, xpMsg_KeyTakeFocus, 0, 0) || !w->alive) return s.focus ? idOf(s.focus) : nullptr;
+        if (s.focus && s.focus != w) dropFocus(1);
+        s.focus = w;
+        if (Widget* root = rootOf(w); root && root->window) {
             s.changingFocus = true;
-            XPLMTakeKeyboardFocus(nullptr);
+            XPLMTakeKeyboardFocus(root->window);
             s.changingFocus = false;
         }
-        return nullptr;
-    }
-    Widget* w = find(inWidget);
-    if (!w) return s.focus ? idOf(s.focus) : nullptr;
-    if (s.focus == w) return idOf(w);
-    if (!callWidget(w, xpMsg_KeyTakeFocus, 0, 0) || !w->alive) return s.focus ? idOf(s.focus) : nullptr;
-    if (s.focus && s.focus != w) dropFocus(1);
-    s.focus = w;
-    if (Widget* root = rootOf(w); root && root->window) {
-        s.changingFocus = true;
-        XPLMTakeKeyboardFocus(root->window);
-        s.changingFocus = false;
-    }
-    return idOf(w);
+        return idOf(w);
+    });
 }
 
 void XPLoseKeyboardFocus(XPWidgetID inWidget) {
-    syncWithHost();
-    State& s = S();
-    Widget* w = find(inWidget);
-    if (!w || s.focus != w) return;
-    DispatchScope scope;
-    Widget* root = rootOf(w);
-    dropFocus(0);
-    // Focus climbs to the nearest ancestor that accepts it.
-    for (Widget* p = w->alive ? w->parent : nullptr; p && p->alive; p = p->parent) {
-        if (callWidget(p, xpMsg_KeyTakeFocus, 1, 0)) {
-            if (p->alive) s.focus = p;
-            return;
+    detail::firewall("XPLoseKeyboardFocus", [&] {
+        syncWithHost();
+        State& s = S();
+        Widget* w = find(inWidget);
+        if (!w || s.focus != w) return;
+        DispatchScope scope;
+        Widget* root = rootOf(w);
+        dropFocus(0);
+        // Focus climbs to the nearest ancestor that accepts it.
+        for (Widget* p = w->alive ? w->parent : nullptr; p && p->alive; p = p->parent) {
+            if (callWidget(p, xpMsg_KeyTakeFocus, 1, 0)) {
+                if (p->alive) s.focus = p;
+                return;
+            }
         }
-    }
-    releaseWindowFocus(root);
+        releaseWindowFocus(root);
+    });
 }
 
 XPWidgetID XPGetWidgetWithFocus(void) {
@@ -751,11 +777,13 @@ XPWidgetID XPGetWidgetWithFocus(void) {
 }
 
 void XPAddWidgetCallback(XPWidgetID inWidget, XPWidgetFunc_t inNewCallback) {
-    Widget* w = find(inWidget);
-    if (!w || !inNewCallback) return;
-    DispatchScope scope;
-    w->callbacks.push_back(inNewCallback);
-    callOne(w, inNewCallback, xpMsg_Create, 1, 0);
+    detail::firewall("XPAddWidgetCallback", [&] {
+        Widget* w = find(inWidget);
+        if (!w || !inNewCallback) return;
+        DispatchScope scope;
+        w->callbacks.push_back(inNewCallback);
+        callOne(w, inNewCallback, xpMsg_Create, 1, 0);
+    });
 }
 
 XPWidgetFunc_t XPGetWidgetClassFunc(XPWidgetClass inWidgetClass) {
