@@ -123,6 +123,7 @@ TEST_F(GPUService, ChargingAcceleratesAndNeverLowersABattery) {
 
 TEST_F(GPUService, DisconnectingDuringTheWarmUpStillAnnouncesItRunning) {
     Load();
+    SetVolts(2, 20.0);
     Send(kConnect);
     host->runFor(5.0);
     Send(kDisconnect);
@@ -134,6 +135,14 @@ TEST_F(GPUService, DisconnectingDuringTheWarmUpStillAnnouncesItRunning) {
     EXPECT_EQ(Heard(kIsOn), 1) << "the warm-up is not cancelled by the disconnection";
     EXPECT_EQ(Said(kSaysRunning), 1);
     EXPECT_EQ(Status(), 0) << "but the GPU stays disconnected";
+    host->runFor(3.0);
+    EXPECT_GT(Volts(0), 20.0f) << "and the warm-up's end starts charging all the same";
+
+    Send(kConnect);
+    Send(kDisconnect);
+    const float stopped = Volts(0);
+    host->runFor(3.0);
+    EXPECT_FLOAT_EQ(Volts(0), stopped) << "a later disconnection stops it";
 }
 
 TEST_F(GPUService, AnotherRequestDuringTheWarmUpRestartsIt) {
