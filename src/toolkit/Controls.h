@@ -173,12 +173,13 @@ class HV_CtrlSlider : public HV_Panel {
 public:
     static constexpr int kHeight = 20; ///< pixels
     char* label;                       ///< owned copy
-    int minimum, maximum, value, pageStep;
-    bool showValue;               ///< a caption shows the value, zero-padded to the maximum's digits
-    bool enabled;                 ///< enabled flag
-    void* labelCaption = nullptr; ///< caption with the label
-    void* valueCaption = nullptr; ///< caption with the value, or null
-                                  ///< (widget is the scroll bar)
+    int minimum, maximum;              ///< range of the slider
+    int value;                         ///< position as given or last set (GetValue reads the widget)
+    int pageStep;                      ///< step of a click beside the thumb
+    bool showValue;                    ///< a caption shows the value, zero-padded to the maximum's digits
+    bool enabled;                      ///< enabled flag
+    void* labelCaption = nullptr;      ///< caption with the label
+    void* valueCaption = nullptr;      ///< caption with the value, or null (widget is the scroll bar)
 
     /// A slider from minimum to maximum at `value`; a click beside the thumb moves by pageStep.
     HV_CtrlSlider(const char* label, int minimum, int maximum, int value, int pageStep, bool showValue,

@@ -119,8 +119,7 @@ void HV_CtrlButtonChkBox::SetVisible(bool visible_) {
     SetFrameVisible(widget, visible);
 }
 
-int HV_CtrlButtonChkBox::Event(long message, void* widget_, long param1, long) {
-    (void)widget_;
+int HV_CtrlButtonChkBox::Event(long message, void*, long param1, long) {
     if (message == xpMsg_ButtonStateChanged && widget && reinterpret_cast<void*>(param1) == widget)
         checked = XPGetWidgetProperty(widget, xpProperty_ButtonState, nullptr) != 0;
     return 0;
