@@ -28,6 +28,10 @@ constexpr int kMaxNameCharacters = 255;
 /// Bytes of the name read back from the field.
 constexpr int kNameBytes = kMaxNameCharacters + 1;
 
+/// Characters of the folder path that fit on the path line; longer paths show their end.
+constexpr int kPathCharacters = 62;
+constexpr const char* kCutMark = "...";
+
 constexpr const char* kParentEntry = "..";
 constexpr const char* kFolderKind = "Folder";
 constexpr const char* kFileKind = "File";
@@ -37,6 +41,13 @@ struct Entry {
     std::string name;
     bool folder;
 };
+
+/// The folder as shown: its last kPathCharacters characters, behind "..." when cut.
+std::string ShownPath(const std::string& folder) {
+    if (static_cast<int>(folder.size()) <= kPathCharacters) return folder;
+    const size_t keep = static_cast<size_t>(kPathCharacters) - std::char_traits<char>::length(kCutMark);
+    return kCutMark + folder.substr(folder.size() - keep);
+}
 
 std::string WithSeparator(std::string folder) {
     if (folder.empty()) folder = ".";
@@ -83,7 +94,7 @@ public:
         HV_Panel* listPanel = new HV_Panel(nullptr, false, 0, nullptr, true, true);
         listPanel->SetMarge(10, 5);
         window->AddChild(listPanel);
-        pathText_ = new HV_CtrlText(folder_.c_str(), kAlignLeft, true);
+        pathText_ = new HV_CtrlText(ShownPath(folder_).c_str(), kAlignLeft, true);
         listPanel->AddChild(pathText_, 0);
         table_ = new HV_CtrlArray(2, kVisibleRows, true, true);
         table_->SetColumn(0, "Name", kNameColumnWidth);
@@ -111,7 +122,7 @@ public:
 private:
     void Fill() {
         entries_ = ListFolder(folder_, pattern_);
-        pathText_->SetText(folder_.c_str());
+        pathText_->SetText(ShownPath(folder_).c_str());
         table_->SetRowCount(0);
         table_->SetRowCount(static_cast<int>(entries_.size()));
         for (size_t i = 0; i < entries_.size(); ++i) {
