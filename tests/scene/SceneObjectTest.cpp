@@ -5,6 +5,8 @@
 #include "TestModels.h"
 #include "support/Corpus.h"
 
+#include "images/Bitmap.h"
+#include "images/ImageFiles.h"
 #include "objects/HV_XObject.h"
 #include "objects/Obj7Reader.h"
 #include "objects/Obj8Reader.h"
@@ -151,6 +153,28 @@ TEST_F(SceneObjectTest, UpperCaseTgaTextureAndItsShortenedNightName) {
     EXPECT_GT(day.g, day.r + 40);
 }
 
+TEST_F(SceneObjectTest, BmpTextureAndItsShortenedNightName) {
+    const std::string base = PanelModel("gpux");
+    auto writeBmp = [](const std::string& path, char grey) {
+        ImageInfo info{};
+        ASSERT_EQ(CreateNewBitmap(8, 8, 3, &info), 0);
+        FillBitmap(&info, grey);
+        ASSERT_EQ(WriteBitmapToFile(&info, path.c_str()), 0);
+        DestroyBitmap(&info);
+    };
+    writeBmp(base + ".bmp", 60);
+    writeBmp(dir_ + "/gbmp", static_cast<char>(250)); // "gpux" loses "pux" and gains "bmp"
+    HV_XObject object;
+    ASSERT_TRUE(object.LoadXObject(base.c_str()));
+    ASSERT_NE(object.litTexture, -1);
+    host().set(kLights, 0.9);
+    const Blob night = Show(object);
+    host().set(kLights, 0.0);
+    const Blob day = Show(object);
+    EXPECT_GT(night.r, 200) << "the bright night picture, unlit";
+    EXPECT_LT(day.r, 120) << "the dark day picture";
+}
+
 TEST_F(SceneObjectTest, LoadFailsWithoutModelOrWithoutDayTexture) {
     HV_XObject object;
     EXPECT_FALSE(object.LoadXObject((dir_ + "/missing").c_str()));
@@ -290,6 +314,16 @@ TEST_F(SceneObjectTest, AnExistingBackupIsNeverOverwritten) {
     EXPECT_EQ(ReadFile(path + "7.bak"), "an older backup");
     XObj8 reread;
     EXPECT_TRUE(XObj8Read(path.c_str(), reread));
+}
+
+TEST_F(SceneObjectTest, AFileThatIsNeitherFormatIsRefusedAndLeftAlone) {
+    const std::string path = dir_ + "/junk.obj";
+    WriteFile(path, "I\n900\nOBJ\nnot a model\n");
+    HV_Mesh mesh;
+    int list = 0;
+    EXPECT_FALSE(mesh.LoadMesh(path.c_str(), list));
+    EXPECT_EQ(ReadFile(path), "I\n900\nOBJ\nnot a model\n");
+    EXPECT_EQ(ReadFile(path + "7.bak"), "") << "no backup of a file that was not upgraded";
 }
 
 TEST_F(SceneObjectTest, ACorruptModelIsRefusedAndSaysWhy) {
