@@ -3,6 +3,7 @@
 // what must be on them. Skipped where no OpenGL context can be made.
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "ToolkitFixture.h"
 #include "images/Texture.h"
@@ -10,6 +11,8 @@
 #include "toolkit/Controls.h"
 #include "toolkit/CtrlArray.h"
 #include "toolkit/Dialog.h"
+#include "toolkit/FileDialog.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/PanelStyle.h"
 #include "toolkit/Window.h"
 
@@ -84,6 +87,34 @@ TEST_F(Screenshots, APanelWithEveryControl) {
     window.Pack();
     window.Center();
     Shoot(window.widget, "toolkit-controls.png");
+}
+
+void IgnorePath(const char*, void*) {}
+
+TEST_F(Screenshots, TheOpenFileDialog) {
+    const fs::path folder = fs::temp_directory_path() / "Kalvora" / "Trucks";
+    fs::create_directories(folder / "Liveries");
+    for (const char* name : {"tug_small.obj", "tug_large.obj", "towbarless.obj", "readme.txt"})
+        std::ofstream(folder / name) << "x\n";
+    OpenFileDialog("Choose a truck", folder.string().c_str(), "*.obj", IgnorePath, nullptr);
+    const std::vector<XPWidgetID> windows = MainWindows();
+    ASSERT_EQ(windows.size(), 1u);
+    Shoot(windows[0], "toolkit-filedialog.png");
+    simhost::clickWidget(host(), FindByDescriptor(windows[0], "Cancel"));
+    fs::remove_all(folder.parent_path());
+}
+
+TEST_F(Screenshots, AnOpenPopupMenu) {
+    HV_Window window(nullptr, nullptr, 260, "Popup", false, true);
+    auto* popup = new HV_CtrlPopup("Truck", "Small tug;Large tug;Towbarless", 1, true, true);
+    ASSERT_TRUE(window.AddChild(popup));
+    window.Pack();
+    window.SetSize(260, 120);
+    ASSERT_TRUE(simhost::clickWidget(host(), popup->widget));
+    ASSERT_TRUE(XSBPopupIsOpen());
+    Shoot(window.widget, "toolkit-popup.png");
+    host().click(1000, 10);
+    XSBPopupCleanup();
 }
 
 TEST_F(Screenshots, ATwoButtonDialog) {
