@@ -9,7 +9,7 @@
 #include "core/SimulatorDataRefs.h"
 #include "motion/AircraftPlacement.h"
 #include "motion/PushbackKinematics.h"
-#include "truck/TruckObject.h"
+#include "objects/TruckModel.h"
 #include "truck/TruckState.h"
 #include "truck/TruckSteering.h"
 #include "utils/MathUtils.h"
@@ -153,7 +153,7 @@ float TruckStep() {
 void TruckInitialisation() {
     SetGearIndex();
     CalcTruckParkPos(&gKLVTruckX, &gKLVTruckZ, &TruckInitialHdg);
-    TruckObjectSetVisibility(true);
+    gKLVtheTruck.SetVisibility(true);
     ApplyTruckCurrentHeading();
     gKLVTruckMovementPhase = kTruckPlaced;
 }
@@ -161,7 +161,7 @@ void TruckInitialisation() {
 void ResetTruckParam() {
     theOffset = 0.0f;
     theSwitch = 0;
-    TruckObjectHide();
+    gKLVtheTruck.ShowXObject(false);
     gKLVTruckMovementPhase = kTruckIdle;
     // Unregistered first so that repeated resets keep a single registration (the host
     // would otherwise call the sequence once per registration each frame).
@@ -176,11 +176,13 @@ float TruckMovementCallBack(float /*elapsedSinceLastCall*/, float /*elapsedSince
 
 int DrawTruckCallBack(int /*phase*/, int /*isBefore*/, void* /*refcon*/) {
     GuardCallback("truck drawing", [] {
-        if (!PrefDrawTruck || gKLVTruckMovementPhase == kTruckReserved || !TruckObjectIsVisible()) return;
+        if (!PrefDrawTruck || gKLVTruckMovementPhase == kTruckReserved || !gKLVtheTruck.IsVisible()) return;
         GetApronElev(&gKLVTruckY);
-        TruckObjectDraw(static_cast<float>(gKLVTruckX),
-                        static_cast<float>(gKLVTruckY + kTruckOriginAboveApronM),
-                        static_cast<float>(gKLVTruckZ), myTruckHeading);
+        gKLVtheTruck.Attitude(0.0f, 0.0f, myTruckHeading);
+        gKLVtheTruck.PositionLocal(static_cast<float>(gKLVTruckX),
+                                   static_cast<float>(gKLVTruckY + kTruckOriginAboveApronM),
+                                   static_cast<float>(gKLVTruckZ));
+        gKLVtheTruck.ShowXObject(true);
     });
     return 1;
 }

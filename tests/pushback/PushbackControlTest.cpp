@@ -92,7 +92,7 @@ TEST_F(PushbackControl, ConnectedGPURefusesTheMenuButNotTheDataref) {
     WriteStatus(1);
     EXPECT_EQ(Status(), 1);
     EXPECT_EQ(gKLVTruckMovementPhase, kTruckPlaced);
-    EXPECT_TRUE(TruckObjectIsVisible());
+    EXPECT_TRUE(gKLVtheTruck.IsVisible());
 }
 
 TEST_F(PushbackControl, AlreadyMovingWinsOverEveryOtherReason) {
@@ -161,7 +161,7 @@ TEST_F(PushbackControl, StatusWritesOutsideOneToFiveStopEverything) {
         WriteStatus(value);
         EXPECT_EQ(Status(), 0);
         EXPECT_EQ(gKLVTruckMovementPhase, kTruckIdle);
-        EXPECT_FALSE(TruckObjectIsVisible());
+        EXPECT_FALSE(gKLVtheTruck.IsVisible());
         EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
     }
 }

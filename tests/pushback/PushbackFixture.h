@@ -6,6 +6,7 @@
 
 #include "core/AppFixture.h"
 
+#include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
 #include "XPLMProcessing.h"
 #include "core/CrewMessages.h"
@@ -14,7 +15,7 @@
 #include "gpu/GPUService.h"
 #include "toolkit/Dialog.h"
 #include "truck/TruckMovement.h"
-#include "truck/TruckObject.h"
+#include "objects/TruckModel.h"
 #include "utils/HostRelease.h"
 
 #include <cmath>
@@ -94,8 +95,12 @@ protected:
         return 0;
     }
 
-    /// Writes the status dataref as another plug-in would.
-    void WriteStatus(int value) { host->set(kStatus, value); }
+    /// Writes the status dataref as another plug-in (a cockpit panel) does.
+    void WriteStatus(int value) {
+        host->setDirectCaller(panelId);
+        XPLMSetDatai(XPLMFindDataRef(kStatus), value);
+        host->setDirectCaller(pluginId);
+    }
     int Status() { return host->geti(kStatus); }
 
     /// Towing gear position in the local frame, metres.
@@ -150,7 +155,14 @@ private:
         XPLMRegisterFlightLoopCallback(TruckMovementCallBack, 1.0f, nullptr);
         XPLMRegisterFlightLoopCallback(ResetATCCallBack, -1.0f, nullptr);
         XPLMRegisterDrawCallback(DrawTruckCallBack, xplm_Phase_Airplanes, 0, nullptr);
+        simhost::InProcessPlugin panel;
+        panel.name = "Panel";
+        panel.signature = "test.panel";
+        panelId = host->addPlugin(panel);
+        host->setDirectCaller(pluginId);
     }
+
+    int panelId = -1;
 
     static void ResetSequenceGlobals() {
         HV_GNLUtils::detail::ReleaseClock();
@@ -166,7 +178,7 @@ private:
         ErrorMessage[0] = '\0';
         GroundMessage[0] = '\0';
         gKLVisGPUpresent = false;
-        TruckObjectHide();
+        gKLVtheTruck.SetVisibility(false);
     }
 };
 

@@ -45,7 +45,7 @@ TEST_F(PushbackSequence, StartAnnouncesItselfAndPlacesTheTruckAheadOfTheNoseGear
     EXPECT_NEAR(TruckAheadOfGear(), 15.0, 1e-3);
     EXPECT_FLOAT_EQ(myTruckHeading, Psi()); // facing the way the aircraft does
     EXPECT_EQ(gKLVTruckMovementPhase, kTruckPlaced);
-    EXPECT_TRUE(TruckObjectIsVisible());
+    EXPECT_TRUE(gKLVtheTruck.IsVisible());
     EXPECT_EQ(Status(), 1);
     EXPECT_EQ(gKLVPbLength, 13); // 3/4 of the A320's size of 18 whole metres
     EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 1);
@@ -239,7 +239,7 @@ TEST_F(PushbackSequence, StopHidesTheTruckAndEndsTheManoeuvre) {
     host->runFor(0.5);
     resetAll(); // "Stop PushBack!"
     EXPECT_FALSE(gKLVisPlaneMoving);
-    EXPECT_FALSE(TruckObjectIsVisible());
+    EXPECT_FALSE(gKLVtheTruck.IsVisible());
     EXPECT_EQ(gKLVTruckMovementPhase, kTruckIdle);
     EXPECT_EQ(Status(), 0);
     EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);

@@ -1,23 +1,12 @@
 // The truck's geometry: park position, approach and arrival at the gear for
-// every heading, the turn away and its end window, the final heading, and the
-// truck's placement at each draw.
+// every heading, the turn away and its end window, and the final heading.
 #include "PushbackFixture.h"
-
-#include "XPLMGraphics.h"
 
 namespace kalvora_test {
 namespace {
 
 class TruckMovement : public PushbackTest {
 protected:
-    /// A host that renders and still has the legacy 3-D drawing phases (before 11.50).
-    static simhost::HostOptions RenderingHost() {
-        simhost::HostOptions options;
-        options.render = true;
-        options.xplaneVersion = 11410;
-        return options;
-    }
-
     void SetHeading(float psi) {
         host->set("sim/flightmodel/position/psi", psi);
         float hpr[3] = {psi, 0.0f, 0.0f};
@@ -126,38 +115,6 @@ TEST_F(TruckMovement, FinalHeadingIsTheReverseForTheNoseGear) {
 TEST_F(TruckMovement, FlatDistance) {
     EXPECT_FLOAT_EQ(CalcDist(1.0, 2.0, 4.0, 6.0), 5.0f);
     EXPECT_FLOAT_EQ(CalcDist(-3.0, 0.0, -3.0, 0.0), 0.0f);
-}
-
-TEST_F(TruckMovement, DrawPutsTheTruckOneMetreAboveTheApronUnderTheGear) {
-    Reboot(RenderingHost());
-    if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL on this machine";
-    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    host->set("halvern/kalvora/truck/position_ogl_y", 50.0); // overwritten by the next draw
-    host->runFrames(1);
-    double apron = 0.0;
-    GetApronElev(&apron);
-    EXPECT_DOUBLE_EQ(gKLVTruckY, apron);
-    float x = 0, y = 0, z = 0, heading = 0;
-    TruckObjectPlacement(&x, &y, &z, &heading);
-    EXPECT_FLOAT_EQ(y, static_cast<float>(apron + 1.0));
-    EXPECT_FLOAT_EQ(x, static_cast<float>(gKLVTruckX));
-    EXPECT_FLOAT_EQ(z, static_cast<float>(gKLVTruckZ));
-    EXPECT_FLOAT_EQ(heading, myTruckHeading);
-}
-
-TEST_F(TruckMovement, NothingIsDrawnWhenTheTruckIsOffOrHidden) {
-    Reboot(RenderingHost());
-    if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL on this machine";
-    PrefDrawTruck = false;
-    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    gKLVTruckY = 50.0;
-    host->runFrames(2);
-    EXPECT_DOUBLE_EQ(gKLVTruckY, 50.0);
-
-    PrefDrawTruck = true;
-    resetAll(); // hidden
-    host->runFrames(2);
-    EXPECT_DOUBLE_EQ(gKLVTruckY, 50.0);
 }
 
 } // namespace
