@@ -1,6 +1,7 @@
 // Writing a scenario's report folder.
 #include "Report.h"
 
+#include "Canvas.h"
 #include "simhost/Simhost.h"
 
 #include <algorithm>
@@ -20,9 +21,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr double kSvgSizePx = 800;  // drawing area, pixels
-constexpr double kSvgMarginPx = 40; // around the drawing
-constexpr double kMinExtentM = 40;  // smallest area shown, metres
+constexpr double kSvgSizePx = 800;          // drawing area, pixels
+constexpr double kSvgMarginPx = 40;         // around the drawing
+constexpr double kMinExtentM = 40;          // smallest area shown, metres
+constexpr double kSameMomentSeconds = 0.05; // a frame at 20 fps
+constexpr float kPngTextScale = 2;          // pixels per font unit of the PNG's labels
+constexpr const char* kLegend = "blue: start, brown: end, black: nose gear, orange dashed: truck";
 
 struct Point {
     double x, z; // metres, local frame (+x east, +z south)
@@ -67,18 +71,89 @@ std::vector<Point> TruckPath(const ScenarioSummary& s) {
     return out;
 }
 
-std::string Polyline(const std::vector<Point>& pts, double ox, double oz, double scale, const char* style,
-                     bool closed) {
+/// What the top view shows and how metres map to pixels (x east to the right, z south down).
+struct TopView {
+    std::vector<Point> start, end, gear, truck;
+    double ox = 0, oz = 0; ///< metres at the drawing's top-left corner
+    double scale = 1;      ///< pixels per metre
+    double barM = 5;       ///< length of the scale bar, metres
+    double sizePx = 0;     ///< picture side, pixels
+    double PxX(const Point& p) const { return kSvgMarginPx + (p.x - ox) * scale; }
+    double PxY(const Point& p) const { return kSvgMarginPx + (p.z - oz) * scale; }
+};
+
+TopView MakeTopView(const ScenarioSummary& s, const Aircraft& aircraft) {
+    TopView v;
+    v.start = Footprint(aircraft, s.trace.front());
+    v.end = Footprint(aircraft, s.trace.back());
+    v.truck = TruckPath(s);
+    for (const TraceRow& r : s.trace)
+        v.gear.push_back({r.noseGearX, r.noseGearZ});
+    double minX = 1e300, maxX = -1e300, minZ = 1e300, maxZ = -1e300;
+    for (const std::vector<Point>* set : {&v.start, &v.end, &v.gear, &v.truck})
+        for (const Point& p : *set) {
+            minX = std::min(minX, p.x);
+            maxX = std::max(maxX, p.x);
+            minZ = std::min(minZ, p.z);
+            maxZ = std::max(maxZ, p.z);
+        }
+    const double extent = std::max({maxX - minX, maxZ - minZ, kMinExtentM});
+    v.scale = kSvgSizePx / extent;
+    v.ox = (minX + maxX) / 2 - extent / 2;
+    v.oz = (minZ + maxZ) / 2 - extent / 2;
+    v.sizePx = kSvgSizePx + 2 * kSvgMarginPx;
+    // Scale bar: the largest of 5, 10, 20, 50, 100 m that fits a quarter of the picture.
+    for (double b : {10.0, 20.0, 50.0, 100.0})
+        if (b * v.scale <= kSvgSizePx / 4) v.barM = b;
+    return v;
+}
+
+std::string Polyline(const std::vector<Point>& pts, const TopView& v, const char* style, bool closed) {
     std::ostringstream out;
     out << (closed ? "<polygon" : "<polyline") << " points=\"";
     char xy[64];
     for (const Point& p : pts) {
-        std::snprintf(xy, sizeof xy, "%.1f,%.1f ", kSvgMarginPx + (p.x - ox) * scale,
-                      kSvgMarginPx + (p.z - oz) * scale);
+        std::snprintf(xy, sizeof xy, "%.1f,%.1f ", v.PxX(p), v.PxY(p));
         out << xy;
     }
     out << "\" " << style << "/>\n";
     return out.str();
+}
+
+/// Even-odd scanline fill of a polygon, sampled at pixel centres.
+void FillPolygon(assets::Canvas& canvas, const TopView& v, const std::vector<Point>& pts, assets::Colour c) {
+    const size_t n = pts.size();
+    if (n < 3) return;
+    for (int y = 0; y < canvas.height(); ++y) {
+        const double sy = y + 0.5;
+        std::vector<double> xs;
+        for (size_t i = 0; i < n; ++i) {
+            const double y0 = v.PxY(pts[i]), y1 = v.PxY(pts[(i + 1) % n]);
+            if ((y0 <= sy) == (y1 <= sy)) continue;
+            const double x0 = v.PxX(pts[i]), x1 = v.PxX(pts[(i + 1) % n]);
+            xs.push_back(x0 + (sy - y0) / (y1 - y0) * (x1 - x0));
+        }
+        std::sort(xs.begin(), xs.end());
+        for (size_t k = 0; k + 1 < xs.size(); k += 2)
+            for (int x = static_cast<int>(std::ceil(xs[k] - 0.5)); x < xs[k + 1] - 0.5; ++x)
+                canvas.blend(x, y, c);
+    }
+}
+
+/// A path drawn as discs every pixel along it; dashed paths skip every other 6 pixels.
+void StrokePath(assets::Canvas& canvas, const TopView& v, const std::vector<Point>& pts, assets::Colour c,
+                float widthPx, bool dashed) {
+    constexpr double kDashPx = 6;
+    double along = 0;
+    for (size_t i = 1; i < pts.size(); ++i) {
+        const double x0 = v.PxX(pts[i - 1]), y0 = v.PxY(pts[i - 1]);
+        const double dx = v.PxX(pts[i]) - x0, dy = v.PxY(pts[i]) - y0;
+        const double length = std::hypot(dx, dy);
+        for (double t = 0; t < length; t += 1.0, along += 1.0)
+            if (!dashed || std::fmod(along, 2 * kDashPx) < kDashPx)
+                canvas.fillEllipse(static_cast<float>(x0 + dx * t / length),
+                                   static_cast<float>(y0 + dy * t / length), widthPx / 2, widthPx / 2, c);
+    }
 }
 
 bool WriteFile(const std::string& path, const std::string& text) {
@@ -199,52 +274,51 @@ bool SpeechSynthesisAvailable() {
 
 std::string TopViewSvg(const ScenarioSummary& s, const Aircraft& aircraft) {
     if (s.trace.empty()) return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"10\"/>\n";
-    const std::vector<Point> start = Footprint(aircraft, s.trace.front());
-    const std::vector<Point> end = Footprint(aircraft, s.trace.back());
-    std::vector<Point> gear, truck = TruckPath(s);
-    for (const TraceRow& r : s.trace)
-        gear.push_back({r.noseGearX, r.noseGearZ});
-
-    double minX = 1e300, maxX = -1e300, minZ = 1e300, maxZ = -1e300;
-    for (const std::vector<Point>* set : {&start, &end, static_cast<const std::vector<Point>*>(&gear),
-                                          static_cast<const std::vector<Point>*>(&truck)})
-        for (const Point& p : *set) {
-            minX = std::min(minX, p.x);
-            maxX = std::max(maxX, p.x);
-            minZ = std::min(minZ, p.z);
-            maxZ = std::max(maxZ, p.z);
-        }
-    const double extent = std::max({maxX - minX, maxZ - minZ, kMinExtentM});
-    const double scale = kSvgSizePx / extent; // pixels per metre
-    const double ox = (minX + maxX) / 2 - extent / 2, oz = (minZ + maxZ) / 2 - extent / 2;
-    const double size = kSvgSizePx + 2 * kSvgMarginPx;
-
+    const TopView v = MakeTopView(s, aircraft);
+    const double size = v.sizePx;
     std::ostringstream svg;
     svg << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << size << "\" height=\"" << size
         << "\" viewBox=\"0 0 " << size << " " << size << "\" font-family=\"sans-serif\" font-size=\"14\">\n";
     svg << "<rect width=\"100%\" height=\"100%\" fill=\"#e9eae4\"/>\n";
-    svg << Polyline(start, ox, oz, scale, "fill=\"#9db4d8\" fill-opacity=\"0.6\" stroke=\"#3a5a8c\"", true);
-    svg << Polyline(end, ox, oz, scale, "fill=\"#d8b49d\" fill-opacity=\"0.6\" stroke=\"#8c5a3a\"", true);
-    svg << Polyline(gear, ox, oz, scale, "fill=\"none\" stroke=\"#1b1b1b\" stroke-width=\"2\"", false);
-    if (!truck.empty())
-        svg << Polyline(truck, ox, oz, scale,
+    svg << Polyline(v.start, v, "fill=\"#9db4d8\" fill-opacity=\"0.6\" stroke=\"#3a5a8c\"", true);
+    svg << Polyline(v.end, v, "fill=\"#d8b49d\" fill-opacity=\"0.6\" stroke=\"#8c5a3a\"", true);
+    svg << Polyline(v.gear, v, "fill=\"none\" stroke=\"#1b1b1b\" stroke-width=\"2\"", false);
+    if (!v.truck.empty())
+        svg << Polyline(v.truck, v,
                         "fill=\"none\" stroke=\"#e08a00\" stroke-width=\"2\" stroke-dasharray=\"6 4\"",
                         false);
-    // Scale bar: the largest of 5, 10, 20, 50 m that fits a quarter of the picture.
-    double bar = 5;
-    for (double b : {10.0, 20.0, 50.0, 100.0})
-        if (b * scale <= kSvgSizePx / 4) bar = b;
     const double y = size - kSvgMarginPx / 2;
-    svg << "<line x1=\"" << kSvgMarginPx << "\" y1=\"" << y << "\" x2=\"" << kSvgMarginPx + bar * scale
+    svg << "<line x1=\"" << kSvgMarginPx << "\" y1=\"" << y << "\" x2=\"" << kSvgMarginPx + v.barM * v.scale
         << "\" y2=\"" << y << "\" stroke=\"black\" stroke-width=\"3\"/>\n";
-    svg << "<text x=\"" << kSvgMarginPx + bar * scale + 8 << "\" y=\"" << y + 5 << "\">" << bar
+    svg << "<text x=\"" << kSvgMarginPx + v.barM * v.scale + 8 << "\" y=\"" << y + 5 << "\">" << v.barM
         << " m</text>\n";
     svg << "<text x=\"" << size - kSvgMarginPx << "\" y=\"" << kSvgMarginPx / 2 + 5
         << "\" text-anchor=\"end\">N up</text>\n";
-    svg << "<text x=\"" << kSvgMarginPx << "\" y=\"" << kSvgMarginPx / 2 + 5
-        << "\">blue: start, brown: end, black: nose gear, orange dashed: truck</text>\n";
+    svg << "<text x=\"" << kSvgMarginPx << "\" y=\"" << kSvgMarginPx / 2 + 5 << "\">" << kLegend
+        << "</text>\n";
     svg << "</svg>\n";
     return svg.str();
+}
+
+bool WriteTopViewPng(const ScenarioSummary& s, const Aircraft& aircraft, const std::string& path) {
+    if (s.trace.empty()) return false;
+    const TopView v = MakeTopView(s, aircraft);
+    const int size = static_cast<int>(v.sizePx);
+    assets::Canvas canvas(size, size, {0xe9, 0xea, 0xe4});
+    FillPolygon(canvas, v, v.start, {0x9d, 0xb4, 0xd8, 160});
+    FillPolygon(canvas, v, v.end, {0xd8, 0xb4, 0x9d, 160});
+    StrokePath(canvas, v, v.gear, {0x1b, 0x1b, 0x1b}, 2.5f, false);
+    StrokePath(canvas, v, v.truck, {0xe0, 0x8a, 0x00}, 2.5f, true);
+    const int y = size - static_cast<int>(kSvgMarginPx / 2);
+    const int barPx = static_cast<int>(v.barM * v.scale);
+    canvas.fillRect(static_cast<int>(kSvgMarginPx), y - 1, static_cast<int>(kSvgMarginPx) + barPx, y + 2,
+                    {0, 0, 0});
+    char bar[32];
+    std::snprintf(bar, sizeof bar, "%g m", v.barM);
+    canvas.text(static_cast<int>(kSvgMarginPx) + barPx + 8, y - 6, bar, kPngTextScale, {0, 0, 0});
+    canvas.text(static_cast<int>(kSvgMarginPx), static_cast<int>(kSvgMarginPx / 2) - 6, kLegend,
+                kPngTextScale, {0, 0, 0});
+    return canvas.writePng(path);
 }
 
 void WriteReport(const std::string& dir, const Scenario& scenario, const ScenarioSummary& summary, Host& host,
@@ -253,10 +327,20 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
     std::ostringstream transcript;
     std::vector<double> speechTimes;
     char time[32];
+    size_t pilot = 0; // the pilot's actions go in before what the host recorded at the same time
     for (const TranscriptEntry& e : host.transcript()) {
+        for (; pilot < summary.pilot.size() && summary.pilot[pilot].first <= e.simTime + kSameMomentSeconds;
+             ++pilot) {
+            std::snprintf(time, sizeof time, "%8.2f", summary.pilot[pilot].first);
+            transcript << time << "  pilot  " << summary.pilot[pilot].second << "\n";
+        }
         std::snprintf(time, sizeof time, "%8.2f", e.simTime);
         transcript << time << "  " << e.kind << "  " << e.text << "\n";
         if (e.kind == "speech") speechTimes.push_back(e.simTime);
+    }
+    for (; pilot < summary.pilot.size(); ++pilot) {
+        std::snprintf(time, sizeof time, "%8.2f", summary.pilot[pilot].first);
+        transcript << time << "  pilot  " << summary.pilot[pilot].second << "\n";
     }
     WriteFile(dir + "/transcript.txt", transcript.str());
 
@@ -273,6 +357,7 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
     }
     WriteFile(dir + "/trace.csv", csv.str());
     WriteFile(dir + "/top-view.svg", TopViewSvg(summary, host.aircraft()));
+    WriteTopViewPng(summary, host.aircraft(), dir + "/top-view.png");
     WriteFile(dir + "/Log.txt", host.logText());
     WriteFile(dir + "/menus.txt", host.menuTree());
     const std::string pluginLog = host.sandbox() + "Resources/plugins/Kalvora/Kalvora.log";

@@ -180,17 +180,20 @@ private:
         if (!picked_ && t >= s_.pickAtSeconds) {
             picked_ = true;
             pickIndex_ = host.transcript().size();
+            sum_.pilot.emplace_back(t, "picks " + s_.manoeuvre);
             if (!host.pickMenu(kMenuPrefix + s_.manoeuvre)) sum_.error = "no menu item " + s_.manoeuvre;
         }
         size_t at = 0;
         if (picked_ && askedAt_ < 0 && SpokenOrShown(host, pickIndex_, kBrakeQuestion, &at))
             askedAt_ = host.transcript()[at].simTime;
         if (askedAt_ >= 0 && !released_ && t >= askedAt_ + s_.brakeReactionSeconds) {
+            sum_.pilot.emplace_back(t, "releases the parking brake");
             host.set(kBrakeDataRef, 0);
             released_ = true;
         }
         if (s_.stopAfterPushSeconds >= 0 && movedAt_ >= 0 && stoppedAt_ < 0 &&
             t >= movedAt_ + s_.stopAfterPushSeconds) {
+            sum_.pilot.emplace_back(t, std::string("picks ") + kStopItem);
             host.pickMenu(std::string(kMenuPrefix) + kStopItem);
             stoppedAt_ = t;
         }
@@ -259,7 +262,7 @@ private:
             double afterSeconds;
             const char* file;
         } kShots[] = {{"truck arriving", 2.0, "truck-arriving.png"},
-                      {"pushing", 3.0, "pushing.png"},
+                      {"pushing", 1.0, "pushing.png"},
                       {"turning", 5.0, "turning.png"},
                       {"truck leaving", 2.0, "truck-leaving.png"}};
         if (o_.reportDir.empty() || !host.renderingAvailable()) return;

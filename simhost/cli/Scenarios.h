@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace simhost::cli {
@@ -66,9 +67,10 @@ struct ScenarioSummary {
     double simSeconds = 0;
     double realSeconds = 0;
     int frames = 0;
-    bool cleared = false;             ///< the crew cleared the aircraft to taxi
-    double aircraftSizeZ = 0;         ///< acf_size_z, metres
-    std::vector<std::string> dialogs; ///< titles and texts of the dialogs the plug-in opened
+    bool cleared = false;                              ///< the crew cleared the aircraft to taxi
+    double aircraftSizeZ = 0;                          ///< acf_size_z, metres
+    std::vector<std::string> dialogs;                  ///< titles and texts of the dialogs the plug-in opened
+    std::vector<std::pair<double, std::string>> pilot; ///< what the pilot did, at sim seconds
     std::vector<TraceRow> trace;
 };
 

@@ -160,7 +160,7 @@ int runNamedScenario(const Options& o) {
     so.fps = o.fps;
     so.xplaneVersion = o.xplaneVersion;
     so.reportDir = o.reportDir;
-    so.progress = !o.quiet;
+    so.progress = !o.quiet && isatty(STDERR_FILENO);
     so.realTime = o.realTime;
     const simhost::cli::ScenarioSummary summary = simhost::cli::runScenario(*scenario, so, std::cerr);
     std::cout << simhost::cli::formatSummary(*scenario, summary);

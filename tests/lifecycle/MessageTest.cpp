@@ -6,6 +6,7 @@ namespace {
 
 using MessageTest = LoadedPluginTest;
 
+constexpr int kPlaneLoaded = 102;
 constexpr int kAirportLoaded = 103;
 constexpr int kSceneryLoaded = 104;
 
@@ -45,13 +46,22 @@ TEST_F(MessageTest, ANewAircraftStopsThePushAndGetsItsOwnPushLength) {
     EXPECT_NEAR(pushed, expected, 0.2) << "half length " << sizeZ;
 }
 
-TEST_F(MessageTest, OtherPluginsGPUMessagesAreAnsweredOrLoggedAndOthersIgnored) {
+TEST_F(MessageTest, HostLoadsTakeTheGroundPowerUnitAway) {
+    Load();
+    for (int message : {kPlaneLoaded, kAirportLoaded, kSceneryLoaded}) {
+        ASSERT_TRUE(host->pickMenu(std::string(kMenu) + "/GPU"));
+        ASSERT_NE(host->geti("halvern/kalvora/GPUstatus"), 0) << message;
+        host->sendMessage(id, message);
+        EXPECT_EQ(host->geti("halvern/kalvora/GPUstatus"), 0) << message;
+    }
+}
+
+TEST_F(MessageTest, OtherMessagesAreIgnored) {
     Load();
     const std::string before = PluginLog();
-    host->sendMessage(id, 0x12345, nullptr, 0);
+    for (int message : {0, 101, 105, 0x12345, static_cast<int>(0x8888887Fu), static_cast<int>(0x8888888Du)})
+        host->sendMessage(id, message, nullptr, 0);
     EXPECT_EQ(PluginLog(), before);
-    host->sendMessage(id, static_cast<int>(0x88888880u));
-    EXPECT_NE(PluginLog().find("GPU message 0 is not available"), std::string::npos);
     EXPECT_TRUE(host->pluginEnabled(id));
 }
 
