@@ -15,6 +15,7 @@
 #include "core/PublishedDataRefs.h"
 #include "core/PushbackControl.h"
 #include "core/SimulatorDataRefs.h"
+#include "gpu/GPUService.h"
 #include "motion/PushbackKinematics.h"
 #include "toolkit/Dialog.h"
 #include "truck/TruckMovement.h"
@@ -209,6 +210,7 @@ void Disable() {
     if (KLVPrefs) StorePreferences(*KLVPrefs);
     if (TruckViewHK) XPLMUnregisterHotKey(TruckViewHK);
     TruckViewHK = nullptr;
+    ReleaseGPUInstance(); // made again by its flight loop once enabled, if the GPU is still shown
     DebugLine("disabled");
 }
 

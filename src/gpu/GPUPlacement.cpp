@@ -46,6 +46,7 @@ void CalcGPUPos(double* x, double* y, double* z, double* hdg) {
 void MakeGPUvisible() {
     CalcGPUPos(&gpuX, &gpuY, &gpuZ, &gpuHdg);
     myGPUObject.SetVisibility(true);
+    StartGPUInstance();
 }
 
 int DrawGPUCallBack(XPLMDrawingPhase /*phase*/, int /*isBefore*/, void* /*refcon*/) {

@@ -103,6 +103,13 @@ void CalcGPUPos(double* x, double* y, double* z, double* hdg);
 void MakeGPUvisible();
 /// Draw callback (aircraft phase, after the host): draws the GPU when GPUs are handled and it is visible.
 int DrawGPUCallBack(XPLMDrawingPhase phase, int isBefore, void* refcon);
+/// From X-Plane 11.50 on (no 3-D drawing phases): starts placing the GPU as an object instance every frame
+/// while it is visible and GPUs are handled; the instance goes when it is hidden.
+void StartGPUInstance();
+/// Flight loop of StartGPUInstance: places the instance, or releases it and stops.
+float GPUInstanceCallBack(float elapsedSinceLastCall, float elapsedSinceLastLoop, int counter, void* refcon);
+/// Destroys the GPU's instance and unloads its model, if any (call when the plug-in is disabled).
+void ReleaseGPUInstance();
 
 /// Read accessor of "halvern/kalvora/GPUstatus": 0 absent, 2 running (never: GPUisON), else 1.
 int DataRefGetGPUStatus(void* refcon);
