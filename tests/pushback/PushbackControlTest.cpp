@@ -264,21 +264,5 @@ TEST_F(PushbackControl, OutsideViewOnlyFromAnInsideViewAndWhenWanted) {
     EXPECT_EQ(host->commandsRun().size(), 1u);
 }
 
-TEST_F(PushbackControl, TextOutputIsTurnedBackOnOnlyWhenOff) {
-    host->set(kTextOut, 0);
-    ResetWrittenATC();
-    EXPECT_EQ(host->geti(kTextOut), 1);
-    host->set(kTextOut, 7);
-    ResetWrittenATC();
-    EXPECT_EQ(host->geti(kTextOut), 1);
-}
-
-TEST_F(PushbackControl, NightIsTheCockpitLights) {
-    host->set("sim/cockpit/electrical/cockpit_lights_on", 0);
-    EXPECT_FALSE(IsNight());
-    host->set("sim/cockpit/electrical/cockpit_lights_on", 1);
-    EXPECT_TRUE(IsNight());
-}
-
 } // namespace
 } // namespace kalvora_test

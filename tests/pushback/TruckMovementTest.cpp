@@ -66,16 +66,6 @@ TEST_F(TruckMovement, ParkPositionIsFifteenMetresAlongTheAxis) {
     EXPECT_FLOAT_EQ(hdg, -170.0f); // not normalised
 }
 
-TEST_F(TruckMovement, ApproachMovesAlongTheAircraftAxis) {
-    SetHeading(0.0f);
-    double x = 0.0, z = 0.0;
-    TruckApproach(5.0, -20.0, 0.5, &x, &z);
-    EXPECT_NEAR(x, 5.0, 1e-6);
-    EXPECT_NEAR(z, -19.5, 1e-6); // towards the nose gear behind it (+z)
-    TruckApproach(5.0, -20.0, -0.5, &x, &z);
-    EXPECT_NEAR(z, -20.5, 1e-6);
-}
-
 TEST_F(TruckMovement, TurnAwayStepsFourTenthsOfADegreeThenDrivesForward) {
     TruckFinalHdg = 180.0f;
     myTruckHeading = 90.0f;
