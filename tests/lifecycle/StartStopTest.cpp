@@ -167,5 +167,17 @@ TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPlugin) {
     EXPECT_EQ(PrefValue("Truck"), "KLVdefault");
 }
 
+TEST_F(StartStopTest, DisableLeavesAPushInProgressToGoOnAfterEnable) {
+    Load();
+    StartPush("Push straight back");
+    host->disablePlugin(id);
+    const double frozen = Moved();
+    host->runFor(2);
+    EXPECT_NEAR(Moved(), frozen, 1e-6) << "a disabled plug-in gets no flight loops";
+    ASSERT_TRUE(host->enablePlugin(id));
+    EXPECT_TRUE(host->runUntil([&] { return Said("cleared to taxi"); }, 120));
+    EXPECT_GT(Moved(), frozen);
+}
+
 } // namespace
 } // namespace kalvora_test
