@@ -73,3 +73,11 @@ void UnregisterPublishedDataRefs() {
         }
     }
 }
+
+int PublishedDataRefCount() {
+    return static_cast<int>(sizeof kPublished / sizeof kPublished[0]);
+}
+
+const char* PublishedDataRefName(int index) {
+    return index >= 0 && index < PublishedDataRefCount() ? kPublished[index].name : nullptr;
+}

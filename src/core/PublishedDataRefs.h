@@ -19,3 +19,7 @@ extern XPLMDataRef gGPUPositionZ;     ///< GPU z, metres, float
 void RegisterPublishedDataRefs();
 /// Unregisters every published dataref whose handle is not null, in registration order, and clears it.
 void UnregisterPublishedDataRefs();
+/// Number of published datarefs (the truck's animation datarefs are not among them).
+int PublishedDataRefCount();
+/// Name of published dataref `index` in registration order, or nullptr.
+const char* PublishedDataRefName(int index);

@@ -1,0 +1,155 @@
+#include "truck/InstancedDrawing.h"
+
+#include "XPLMDataAccess.h"
+#include "XPLMInstance.h"
+#include "XPLMProcessing.h"
+#include "XPLMScenery.h"
+#include "XPLMUtilities.h"
+#include "core/CallbackGuard.h"
+#include "core/PluginState.h"
+#include "core/Preferences.h"
+#include "core/SimulatorDataRefs.h"
+#include "motion/PushbackKinematics.h"
+#include "objects/HV_XObject.h"
+#include "objects/TruckModel.h"
+#include "truck/TruckMovement.h"
+#include "truck/TruckState.h"
+
+#include <cmath>
+#include <string>
+
+namespace {
+
+constexpr float kEveryFrame = -1.0f;       // flight-loop interval: next frame
+constexpr float kStop = 0.0f;              // flight loop: stop calling
+constexpr double kModelLiftMetres = 1.0;   // the model's origin is 1 m above the apron
+constexpr double kWheelRadiusMetres = 0.4; // tyre radius of the generated tug models
+constexpr double kDegreesPerRadian = 57.29577951308232;
+constexpr double kFullTurnDegrees = 360.0;
+constexpr double kJumpMetres = 50.0; // a larger step is a re-placement, not driving: wheels do not turn
+
+const char* const kAnimationNames[kTruckAnimationDataRefCount + 1] = {
+    "halvern/kalvora/truck/wheel_rotation_deg", "halvern/kalvora/truck/steering_deg", nullptr};
+
+XPLMDataRef gAnimationRefs[kTruckAnimationDataRefCount] = {};
+float gWheelRotationDeg = 0.0f; ///< [0, 360)
+double gLastX = 0.0, gLastZ = 0.0;
+bool gHaveLast = false;
+
+XPLMObjectRef gTruckObject = nullptr;
+std::string gTruckObjectPath; ///< file gTruckObject was loaded from
+std::string gFailedPath;      ///< last file that could not load: not tried again every frame
+XPLMInstanceRef gTruckInstance = nullptr;
+
+float ReadWheelRotation(void* /*refcon*/) {
+    return gWheelRotationDeg;
+}
+
+float ReadSteering(void* /*refcon*/) {
+    return theOffset;
+}
+
+void ReleaseInstance() {
+    if (gTruckInstance) XPLMDestroyInstance(gTruckInstance);
+    gTruckInstance = nullptr;
+    if (gTruckObject) XPLMUnloadObject(gTruckObject);
+    gTruckObject = nullptr;
+    gTruckObjectPath.clear();
+}
+
+/// Turns the wheels by the distance the truck moved since the last frame.
+void AdvanceWheels() {
+    if (gHaveLast) {
+        const double metres = std::hypot(gKLVTruckX - gLastX, gKLVTruckZ - gLastZ);
+        if (metres < kJumpMetres) {
+            const double turned = gWheelRotationDeg + metres / kWheelRadiusMetres * kDegreesPerRadian;
+            gWheelRotationDeg = static_cast<float>(std::fmod(turned, kFullTurnDegrees));
+        }
+    }
+    gLastX = gKLVTruckX;
+    gLastZ = gKLVTruckZ;
+    gHaveLast = true;
+}
+
+/// Makes sure the instance shows the chosen truck's model; false when it cannot.
+bool EnsureInstance() {
+    const std::string path = truckFilesPath + PrefLastTruck + ".obj";
+    if (gTruckInstance && path == gTruckObjectPath) return true;
+    ReleaseInstance(); // none yet, or the truck choice changed
+    if (path == gFailedPath) return false;
+    gTruckObject = XPLMLoadObject(path.c_str());
+    if (!gTruckObject) {
+        gFailedPath = path;
+        XPLMDebugString(("Kalvora: cannot load the truck model " + path + " as an object\n").c_str());
+        return false;
+    }
+    gFailedPath.clear();
+    gTruckObjectPath = path;
+    gTruckInstance = XPLMCreateInstance(gTruckObject, const_cast<const char**>(kAnimationNames));
+    return gTruckInstance != nullptr;
+}
+
+float PlaceTruck() {
+    AdvanceWheels();
+    const bool shown = PrefDrawTruck && gKLVTruckMovementPhase != kTruckReserved && gKLVtheTruck.IsVisible();
+    if (!shown || !EnsureInstance()) {
+        ReleaseInstance();
+        return kEveryFrame;
+    }
+    // The drawing callback refreshes the apron elevation before each draw; here, before each placement.
+    GetApronElev(&gKLVTruckY);
+    XPLMDrawInfo_t where{};
+    where.structSize = sizeof where;
+    where.x = static_cast<float>(gKLVTruckX);
+    where.y = static_cast<float>(gKLVTruckY + kModelLiftMetres);
+    where.z = static_cast<float>(gKLVTruckZ);
+    where.heading = myTruckHeading; // the drawn truck turns by -heading about +y, as an instance does
+    const float data[kTruckAnimationDataRefCount] = {gWheelRotationDeg, theOffset};
+    XPLMInstanceSetPosition(gTruckInstance, &where, data);
+    return kEveryFrame;
+}
+
+} // namespace
+
+const char* TruckAnimationDataRefName(int index) {
+    return index >= 0 && index < kTruckAnimationDataRefCount ? kAnimationNames[index] : nullptr;
+}
+
+void RegisterTruckAnimationDataRefs() {
+    const XPLMGetDataf_f readers[kTruckAnimationDataRefCount] = {ReadWheelRotation, ReadSteering};
+    for (int i = 0; i < kTruckAnimationDataRefCount; ++i) {
+        gAnimationRefs[i] = XPLMRegisterDataAccessor(kAnimationNames[i], xplmType_Float, 0, nullptr, nullptr,
+                                                     readers[i], nullptr, nullptr, nullptr, nullptr, nullptr,
+                                                     nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    }
+}
+
+void UnregisterTruckAnimationDataRefs() {
+    for (XPLMDataRef& ref : gAnimationRefs) {
+        if (ref) XPLMUnregisterDataAccessor(ref);
+        ref = nullptr;
+    }
+}
+
+bool UseTruckInstancing() {
+    return XPVersion >= kFirstVersionWithoutDrawPhases && XPLMFindSymbol("XPLMCreateInstance") &&
+           XPLMFindSymbol("XPLMInstanceSetPosition") && XPLMFindSymbol("XPLMLoadObject");
+}
+
+float TruckInstanceCallBack(float /*elapsedSinceLastCall*/, float /*elapsedSinceLastLoop*/, int /*counter*/,
+                            void* /*refcon*/) {
+    return GuardCallback("truck instance", kStop, PlaceTruck);
+}
+
+void StartTruckInstancing() {
+    if (!UseTruckInstancing()) return;
+    gHaveLast = false;
+    gFailedPath.clear();
+    XPLMUnregisterFlightLoopCallback(TruckInstanceCallBack, nullptr);
+    XPLMRegisterFlightLoopCallback(TruckInstanceCallBack, kEveryFrame, nullptr);
+}
+
+void StopTruckInstancing() {
+    XPLMUnregisterFlightLoopCallback(TruckInstanceCallBack, nullptr);
+    ReleaseInstance();
+}
