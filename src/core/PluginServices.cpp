@@ -3,10 +3,11 @@
 #include "core/PluginState.h"
 #include "gpu/GPUService.h"
 #include "objects/HV_XObject.h"
+#include "objects/TruckModel.h"
 
 #include <string>
 
-// TODO(About dialog, preferences dialog, truck view, scene objects): forward to
+// TODO(About dialog, preferences dialog, truck view): forward to
 // each feature as it is built in; until then each action writes one log line and does nothing.
 
 namespace {
@@ -58,8 +59,7 @@ void HandleGPUMessage(int message) {
 }
 
 void LoadTruckModel(const char* folder, const char* name, int index) {
-    NotAvailable(std::string("Truck model loading (") + folder + name + ".obj, item " +
-                 std::to_string(index) + ")");
+    LoadMeshAndTextures(folder, name, index);
 }
 
 bool LoadGPUModel(const char* path) {
