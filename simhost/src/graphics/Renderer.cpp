@@ -234,6 +234,24 @@ bool beginFrame(int widthPx, int heightPx) {
     return true;
 }
 
+namespace {
+// The sun X-Plane lights the 3-D phases with: light 0, a directional light from the
+// south-east, 55 degrees up, set in world coordinates (after the view transform).
+// Whether lighting is on stays the plug-in's choice (XPLMSetGraphicsState).
+constexpr GLfloat kSunDirection[4] = {0.47f, 0.82f, 0.33f, 0.0f}; // w = 0: directional
+constexpr GLfloat kSunDiffuse[4] = {0.85f, 0.85f, 0.80f, 1.0f};
+constexpr GLfloat kSkyAmbient[4] = {0.35f, 0.35f, 0.40f, 1.0f};
+
+void setupSun() {
+    glLightfv(GL_LIGHT0, GL_POSITION, kSunDirection);
+    glLightfv(GL_LIGHT0, GL_DIFFUSE, kSunDiffuse);
+    glLightfv(GL_LIGHT0, GL_AMBIENT, kSkyAmbient);
+    glLightModelfv(GL_LIGHT_MODEL_AMBIENT, kSkyAmbient);
+    glEnable(GL_LIGHT0);
+    glEnable(GL_NORMALIZE); // models may be scaled
+}
+} // namespace
+
 void setup3D(const View& view) {
     Renderer& R = r();
     if (!makeCurrent()) return;
@@ -252,6 +270,7 @@ void setup3D(const View& view) {
     glTranslated(-view.x, -view.y, -view.z);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
+    setupSun();
 }
 
 void setup2D() {
