@@ -36,6 +36,19 @@ bool phaseExists(const HostCore& c, int phase) {
     return false;
 }
 
+/// True when this host calls the legacy 3-D phases (0..30).
+bool legacy3D(const HostCore& c) {
+    switch (c.opt.graphicsEra) {
+    case simhost::GraphicsEra::LegacyOpenGL:
+        return true;
+    case simhost::GraphicsEra::Modern:
+        return false;
+    case simhost::GraphicsEra::FollowVersion:
+        break;
+    }
+    return c.opt.xplaneVersion < kVulkanVersion;
+}
+
 WindowRec* validWindow(void* handle) {
     HostCore* c = core();
     if (!c || !handle || !c->windowHandles.count(handle)) return nullptr;
@@ -144,7 +157,7 @@ void drawFrame(HostCore& c) {
     view.roll = c.camera.pos[5];
     view.zoom = c.camera.pos[6];
     gfx::setup3D(view);
-    if (c.opt.xplaneVersion < kVulkanVersion) {
+    if (legacy3D(c)) {
         for (int p : kPhasesLegacy3D) {
             drawPhase(c, p, true);
             drawPhase(c, p, false);

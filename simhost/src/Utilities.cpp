@@ -17,6 +17,11 @@ namespace {
 
 constexpr size_t kPathBufferBytes = 512; ///< XPLMGetSystemPath / XPLMGetPrefsPath buffers
 
+/// Functions newer X-Planes declare deprecated; a host emulated without them does not hand them out.
+constexpr const char* kDeprecatedFunctions[] = {
+    "XPLMCommandButtonPress", "XPLMCommandButtonRelease", "XPLMCommandKeyStroke", "XPLMSimulateKeyPress",
+    "XPLMDrawObjects",        "XPLMDrawAircraft",         "XPLMInitialized"};
+
 void copyPath(char* out, const std::string& s) {
     if (!out) return;
     size_t n = std::min(s.size(), kPathBufferBytes - 1);
@@ -180,6 +185,11 @@ void XPLMReloadScenery(void) {
 
 void* XPLMFindSymbol(const char* inString) {
     if (!inString) return nullptr;
+    HostCore* c = core();
+    if (c && !c->opt.exportDeprecated) {
+        for (const char* gone : kDeprecatedFunctions)
+            if (std::strcmp(inString, gone) == 0) return nullptr;
+    }
     // Only the X-Plane API this library defines: look in the library itself, never in plug-ins.
     Dl_info info{};
     if (!dladdr(reinterpret_cast<void*>(&XPLMFindSymbol), &info) || !info.dli_fname) return nullptr;

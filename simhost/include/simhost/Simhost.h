@@ -14,6 +14,13 @@
 
 namespace simhost {
 
+/// Which 3-D drawing phases the emulated X-Plane calls.
+enum class GraphicsEra {
+    FollowVersion, ///< legacy before X-Plane 11.50, modern from it on
+    LegacyOpenGL,  ///< the 3-D phases 0..30 are called (X-Plane before 11.50)
+    Modern         ///< the 3-D phases 0..30 are never called (Vulkan/Metal, all of X-Plane 12)
+};
+
 /// How the emulated X-Plane is set up.
 struct HostOptions {
     int xplaneVersion = 12100;     ///< what XPLMGetVersions reports as the X-Plane version
@@ -31,6 +38,10 @@ struct HostOptions {
     int screenHeight = 768;        ///< pixels
     bool echoLog = false;          ///< also print XPLMDebugString output to stderr
     std::string speechWavDir;      ///< non-empty: speak each XPLMSpeakString into a WAV here (espeak-ng)
+    GraphicsEra graphicsEra = GraphicsEra::FollowVersion; ///< which 3-D drawing phases are called
+    /// false: XPLMFindSymbol finds none of the deprecated functions (XPLMCommandButtonPress, XPLMDrawObjects,
+    /// ...), as on a host that no longer exports them
+    bool exportDeprecated = true;
 };
 
 /// A plug-in living in the test process: callbacks instead of a .xpl file.
