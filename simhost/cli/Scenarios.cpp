@@ -32,7 +32,9 @@ constexpr double kStraightLegDeg = 0.01;   // heading change that ends the strai
 constexpr double kAfterClearedSeconds = 3; // kept running after the crew's last word
 constexpr double kAfterStopSeconds = 5;    // kept running after "Stop PushBack!" or a refusal
 constexpr int kProgressEveryFrames = 15;
-constexpr int kMaxEngines = 8;        // engines of an aircraft profile
+constexpr int kMaxEngines = 8;
+constexpr int kFirstInstancedVersion =
+    11500; // X-Plane 11.50: 3-D drawing through object instances        // engines of an aircraft profile
 constexpr double kStillSeconds = 0.5; // the aircraft has stopped once it stood still this long
 
 const std::vector<Scenario> kScenarios = [] {
@@ -131,7 +133,9 @@ public:
         ho.realTime = o_.realTime;
         if (!o_.reportDir.empty()) {
             fs::create_directories(o_.reportDir);
-            ho.render = true; // frames for the report; the host says when it cannot
+            // Frames for the report. From 11.50 on the truck and the GPU are object instances,
+            // which simhost does not draw, so frames would show an empty sky.
+            ho.render = ho.xplaneVersion < kFirstInstancedVersion;
             if (SpeechSynthesisAvailable()) {
                 ho.speechWavDir = o_.reportDir + "/audio";
                 fs::create_directories(ho.speechWavDir);
