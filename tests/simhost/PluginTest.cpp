@@ -57,7 +57,8 @@ TEST_F(Plugins, TheDataFolderIsInstalledBesideThePlugin) {
     EXPECT_TRUE(std::filesystem::exists(host->sandbox() + "Resources/plugins/Kalvora/Bitmaps/marker.txt"));
     char path[256];
     XPLMGetPluginInfo(XPLMGetNthPlugin(1), nullptr, path, nullptr, nullptr);
-    EXPECT_EQ(std::string(path), host->sandbox() + "Resources/plugins/Kalvora.xpl"); // the failed load left nothing
+    EXPECT_EQ(std::string(path),
+              host->sandbox() + "Resources/plugins/Kalvora.xpl"); // the failed load left nothing
     std::filesystem::remove_all(::testing::TempDir() + "simhost-data");
 }
 
