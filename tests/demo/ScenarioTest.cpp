@@ -2,7 +2,12 @@
 // Kalvora.xpl: what the summary, the trace and the report folder say.
 #include "Scenarios.h"
 
+#include "simhost/Simhost.h"
+
 #include <gtest/gtest.h>
+
+#define STB_IMAGE_IMPLEMENTATION
+#include <stb/stb_image.h>
 
 #include <algorithm>
 #include <cmath>
@@ -136,6 +141,35 @@ TEST_F(ScenarioTest, EnginesRunningAreRefusedWithTheWarningDialog) {
     ASSERT_FALSE(s.dialogs.empty());
     EXPECT_EQ(s.dialogs.front().rfind("Warning...", 0), 0u) << s.dialogs.front();
     EXPECT_EQ(s.trace.back().phase, "refused");
+}
+
+TEST_F(ScenarioTest, OlderVersionsGetRenderedFramesShowingTheTruck) {
+    {
+        simhost::HostOptions probe;
+        probe.render = true;
+        simhost::Host host(probe);
+        if (!host.renderingAvailable()) GTEST_SKIP() << "no OpenGL rendering on this machine";
+    }
+    options.reportDir = report.string();
+    options.xplaneVersion = 11410;
+    const ScenarioSummary s = Run("straight");
+    ASSERT_TRUE(s.cleared);
+    for (const char* frame : {"truck-arriving.png", "pushing.png", "truck-leaving.png"}) {
+        int w = 0, h = 0, channels = 0;
+        unsigned char* px = stbi_load((report / "frames" / frame).c_str(), &w, &h, &channels, 3);
+        ASSERT_NE(px, nullptr) << frame;
+        // Something besides the sky in the middle half of the picture, where the camera looks at the
+        // aircraft (the crew's message window sits at the top).
+        bool varied = false;
+        const unsigned char* sky = px + (h / 4) * w * 3;
+        for (int y = h / 4; y < 3 * h / 4 && !varied; ++y)
+            for (int x = 0; x < w && !varied; ++x) {
+                const unsigned char* p = px + (y * w + x) * 3;
+                varied = p[0] != sky[0] || p[1] != sky[1] || p[2] != sky[2];
+            }
+        stbi_image_free(px);
+        EXPECT_TRUE(varied) << frame << " is empty";
+    }
 }
 
 TEST_F(ScenarioTest, AnUnknownPluginIsReportedNotThrown) {

@@ -1,0 +1,91 @@
+// A fresh simhost per test with the plug-in's code attributed to an in-process
+// plug-in, and the means to use the plug-in's windows as a user would: click
+// controls, press keys, drag sliders. Windows left open are closed by their
+// close boxes before the host goes.
+#pragma once
+
+#include "core/AppFixture.h"
+
+#include "XPStandardWidgets.h"
+#include "XPWidgets.h"
+#include "core/PrefsDialog.h"
+#include "toolkit/Controls.h"
+#include "toolkit/Window.h"
+
+#include <simhost/Widgets.h>
+
+#include <string>
+#include <vector>
+
+namespace kalvora_test {
+
+class DialogsTest : public AppTest {
+protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        gPREF_ActiveKey = 0;
+        mWaitingKey = false;
+    }
+
+    void TearDown() override {
+        host->setDirectCaller(pluginId);
+        for (const char* title : {"Kalvora Preferences", "About Kalvora...", "Truck Movements Control Panel",
+                                  "Texture cutter", "Measure"})
+            while (simhost::WidgetHandle w = Window(title))
+                if (!simhost::clickCloseBox(*host, w)) break;
+        AppTest::TearDown();
+    }
+
+    /// The shown main window with this title, or null.
+    simhost::WidgetHandle Window(const std::string& title) {
+        for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {
+            simhost::WidgetInfo info;
+            if (simhost::widgetInfo(w, info) && info.widgetClass == xpWidgetClass_MainWindow && info.shown &&
+                info.descriptor == title)
+                return w;
+        }
+        return nullptr;
+    }
+    int CountWindows(const std::string& title) {
+        int n = 0;
+        for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {
+            simhost::WidgetInfo info;
+            if (simhost::widgetInfo(w, info) && info.widgetClass == xpWidgetClass_MainWindow &&
+                info.descriptor == title)
+                ++n;
+        }
+        return n;
+    }
+
+    /// Clicks a control as the user does (its widget's centre).
+    bool Click(HV_Panel* control) { return control && simhost::clickWidget(*host, control->widget); }
+    /// Clicks the widget with this exact text inside a window.
+    bool ClickText(simhost::WidgetHandle window, const std::string& text) {
+        simhost::WidgetHandle w = simhost::findWidget(text, window);
+        return w && simhost::clickWidget(*host, w);
+    }
+    bool Drag(HV_CtrlSlider* slider, int value) {
+        return simhost::dragSliderTo(*host, slider->widget, value);
+    }
+
+    static std::string TextOf(HV_CtrlText* text) {
+        char buffer[200];
+        text->GetText(buffer, sizeof buffer);
+        return buffer;
+    }
+    static std::string TextOf(HV_CtrlButton* button) {
+        char buffer[200];
+        button->GetText(buffer, sizeof buffer);
+        return buffer;
+    }
+
+    /// What the plug-in has registered now, lines starting with `prefix`.
+    std::vector<std::string> Registered(const std::string& prefix) {
+        std::vector<std::string> found;
+        for (const std::string& line : host->registrations(pluginId))
+            if (line.rfind(prefix, 0) == 0) found.push_back(line);
+        return found;
+    }
+};
+
+} // namespace kalvora_test

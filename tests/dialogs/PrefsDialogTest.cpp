@@ -1,0 +1,194 @@
+// The preferences window used through simhost: ticks, the speed slider, the
+// truck-view key and the three buttons.
+#include "dialogs/DialogsFixture.h"
+
+#include "XPLMDefs.h"
+#include "core/PluginState.h"
+#include "utils/HV_Properties.h"
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace kalvora_test {
+namespace {
+
+class PrefsDialogTest : public DialogsTest {
+protected:
+    PrefsDialog* Open() {
+        OpenPrefsDialog();
+        return myPrefsDialog;
+    }
+    /// What the preferences file holds after the plug-in is disabled and stopped.
+    std::string StoredFile() {
+        const std::string path = host->sandbox() + "prefs-under-test.prf";
+        std::remove(path.c_str());
+        HV_Properties prefs(path.c_str(), nullptr);
+        StorePreferences(prefs);
+        prefs.save(nullptr);
+        std::ifstream in(path);
+        std::stringstream text;
+        text << in.rdbuf();
+        return text.str();
+    }
+};
+
+TEST_F(PrefsDialogTest, WindowShowsThePreferences) {
+    PrefDrawTruck = false;
+    PrefFrontWheel = false;
+    PrefTruckSpeed = 17.8f;
+    PrefTruckViewKey = XPLM_VK_F12;
+    PrefsDialog* d = Open();
+    simhost::WidgetHandle window = Window("Kalvora Preferences");
+    ASSERT_NE(window, nullptr);
+    simhost::WidgetInfo info;
+    ASSERT_TRUE(simhost::widgetInfo(window, info));
+    EXPECT_EQ(info.right - info.left, 320);
+    EXPECT_TRUE(d->switchViewBox->isChecked());
+    EXPECT_FALSE(d->drawTruckBox->isChecked());
+    EXPECT_FALSE(d->frontGearBox->isChecked());
+    EXPECT_TRUE(d->rearGearBox->isChecked());
+    EXPECT_FALSE(d->allowEnginesBox->isChecked());
+    EXPECT_EQ(d->speedSlider->GetValue(), 17); // truncated
+    EXPECT_EQ(TextOf(d->keyText), "Truck view (current: F12)");
+    for (const char* text : {"Auto switch to external view", "Allow PushBack with Engines ON", "Assign new",
+                             "  OK  ", "Defaults", "Cancel", "Truck speed"})
+        EXPECT_NE(simhost::findWidget(text, window), nullptr) << text;
+}
+
+TEST_F(PrefsDialogTest, UntickSlideAndOKChangeTheGlobalsAndTheFile) {
+    PrefsDialog* d = Open();
+    ASSERT_TRUE(Click(d->drawTruckBox));
+    EXPECT_TRUE(PrefDrawTruck) << "a box waits for OK";
+    ASSERT_TRUE(Drag(d->speedSlider, 25));
+    EXPECT_FLOAT_EQ(PrefTruckSpeed, 25.0f) << "the slider applies at once";
+    EXPECT_DOUBLE_EQ(PrefStepValue, 0.25);
+    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
+    EXPECT_FALSE(PrefDrawTruck);
+    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    const std::string file = StoredFile();
+    EXPECT_NE(file.find("DRAW_TRUCK=0"), std::string::npos) << file;
+    EXPECT_NE(file.find("TRUCK_SPEED=25.000000"), std::string::npos) << file;
+}
+
+TEST_F(PrefsDialogTest, OKWithoutAssigningAKeySetsKeyZero) {
+    PrefTruckViewKey = XPLM_VK_F12;
+    Open();
+    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
+    EXPECT_EQ(PrefTruckViewKey, 0);
+}
+
+TEST_F(PrefsDialogTest, AssignedKeyIsShownSwallowedAndBecomesTheHotKey) {
+    PrefsDialog* d = Open();
+    ASSERT_TRUE(Click(d->assignButton));
+    EXPECT_TRUE(mWaitingKey);
+    EXPECT_EQ(Registered("key sniffer").size(), 1u);
+    host->pressKey(XPLM_VK_F5);
+    EXPECT_FALSE(mWaitingKey);
+    EXPECT_EQ(TextOf(d->assignButton), "Key is: F5");
+    EXPECT_TRUE(d->assignButton->GetIsEnable());
+    // A further key replaces the assignment and is swallowed too.
+    host->pressKey(XPLM_VK_G, 0, 'g');
+    EXPECT_EQ(TextOf(d->assignButton), "Key is: G");
+    EXPECT_EQ(gPREF_ActiveKey, XPLM_VK_G);
+    ASSERT_TRUE(Click(d->okButton));
+    EXPECT_EQ(PrefTruckViewKey, XPLM_VK_G);
+    EXPECT_TRUE(Registered("key sniffer").empty()) << "the sniffer goes with the window";
+    EXPECT_EQ(Registered("hot key Toggle truckview").size(), 1u);
+    EXPECT_FALSE(host->camera().controlled);
+    host->pressKey(XPLM_VK_G, 0, 'g');
+    host->runFrames(2);
+    EXPECT_TRUE(host->camera().controlled) << "the new hot key starts the truck view";
+}
+
+TEST_F(PrefsDialogTest, AssignNewBlinksWhileAKeyIsAwaited) {
+    simhost::HostOptions drawing; // the window hears of every frame through its drawing
+    drawing.render = true;
+    Restart(drawing);
+    if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL context";
+    PrefsDialog* d = Open();
+    ASSERT_TRUE(Click(d->assignButton));
+    bool seenOn = false, seenOff = false;
+    for (int frame = 0; frame < 180; ++frame) { // 3 s at 60 frames per second
+        host->runFrames(1);
+        (d->assignButton->GetIsEnable() ? seenOn : seenOff) = true;
+    }
+    EXPECT_TRUE(seenOn);
+    EXPECT_TRUE(seenOff);
+    host->pressKey(XPLM_VK_F5);
+    host->runFrames(60);
+    EXPECT_TRUE(d->assignButton->GetIsEnable()) << "the blinking stops with the key";
+}
+
+TEST_F(PrefsDialogTest, CancelKeepsSliderAndDefaultsButNotTheBoxes) {
+    PrefTruckSpeed = 10.0f;
+    PrefDrawTruck = true;
+    PrefsDialog* d = Open();
+    ASSERT_TRUE(Click(d->drawTruckBox));
+    ASSERT_TRUE(Drag(d->speedSlider, 30));
+    ASSERT_TRUE(Click(d->cancelButton));
+    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    EXPECT_FLOAT_EQ(PrefTruckSpeed, 30.0f);
+    EXPECT_DOUBLE_EQ(PrefStepValue, 0.30);
+    EXPECT_TRUE(PrefDrawTruck);
+}
+
+TEST_F(PrefsDialogTest, DefaultsChangeTheGlobalsAtOnceAndTheDialogStays) {
+    PrefDrawTruck = false;
+    PrefFrontWheel = false;
+    PrefTruckSpeed = 40.0f;
+    PrefTruckViewKey = XPLM_VK_F5;
+    PrefsDialog* d = Open();
+    ASSERT_TRUE(Click(d->defaultsButton));
+    EXPECT_TRUE(PrefDrawTruck);
+    EXPECT_TRUE(PrefFrontWheel);
+    EXPECT_FLOAT_EQ(PrefTruckSpeed, 10.0f);
+    EXPECT_EQ(PrefTruckViewKey, XPLM_VK_F12);
+    EXPECT_TRUE(d->drawTruckBox->isChecked());
+    EXPECT_TRUE(d->frontGearBox->isChecked());
+    EXPECT_FALSE(d->rearGearBox->isChecked());
+    EXPECT_EQ(d->speedSlider->GetValue(), 10);
+    EXPECT_EQ(TextOf(d->keyText), "Truck view key (current: F12)");
+    EXPECT_NE(Window("Kalvora Preferences"), nullptr);
+    // Cancel after Defaults keeps them.
+    ASSERT_TRUE(Click(d->cancelButton));
+    EXPECT_FLOAT_EQ(PrefTruckSpeed, 10.0f);
+}
+
+TEST_F(PrefsDialogTest, FrontAndRearBoxesStayOpposite) {
+    PrefsDialog* d = Open();
+    ASSERT_TRUE(Click(d->rearGearBox));
+    EXPECT_TRUE(d->rearGearBox->isChecked());
+    EXPECT_FALSE(d->frontGearBox->isChecked());
+    ASSERT_TRUE(Click(d->rearGearBox));
+    EXPECT_FALSE(d->rearGearBox->isChecked());
+    EXPECT_TRUE(d->frontGearBox->isChecked());
+    ASSERT_TRUE(Click(d->frontGearBox));
+    EXPECT_FALSE(d->frontGearBox->isChecked());
+    EXPECT_TRUE(d->rearGearBox->isChecked());
+    ASSERT_TRUE(Click(d->okButton));
+    EXPECT_FALSE(PrefFrontWheel);
+}
+
+TEST_F(PrefsDialogTest, TwoOKsInTwoOpeningsLeaveTwoHotKeys) {
+    Open();
+    ASSERT_TRUE(Click(myPrefsDialog->okButton));
+    PrefsDialog* first = myPrefsDialog;
+    Open();
+    EXPECT_NE(myPrefsDialog, first) << "a new dialog at every opening";
+    ASSERT_TRUE(Click(myPrefsDialog->okButton));
+    EXPECT_EQ(Registered("hot key Toggle truckview").size(), 2u);
+}
+
+TEST_F(PrefsDialogTest, CloseBoxEndsTheKeyWait) {
+    PrefsDialog* d = Open();
+    ASSERT_TRUE(Click(d->assignButton));
+    ASSERT_TRUE(simhost::clickCloseBox(*host, Window("Kalvora Preferences")));
+    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    EXPECT_TRUE(Registered("key sniffer").empty());
+    host->pressKey(XPLM_VK_F5);
+    EXPECT_EQ(gPREF_ActiveKey, 0) << "keys are no longer caught";
+}
+
+} // namespace
+} // namespace kalvora_test
