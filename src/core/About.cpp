@@ -1,17 +1,12 @@
 #include "core/About.h"
 
-#include "XPLMUtilities.h"
 #include "core/CallbackGuard.h"
-#include "core/PluginState.h"
+#include "core/PluginBitmaps.h"
 #include "core/SimulatorDataRefs.h"
-#include "images/Texture.h"
 #include "toolkit/Colors.h"
 #include "toolkit/Controls.h"
 #include "toolkit/PanelStyle.h"
 #include "toolkit/Window.h"
-#include "utils/FileUtils.h"
-
-#include <string>
 
 About* gAbout = nullptr;
 
@@ -57,10 +52,7 @@ HV_Panel* AddPanel(HV_Window* window, int margeX, int margeY) {
 } // namespace
 
 About::~About() {
-    if (logo) {
-        if (logo->textureID) logo->DeleteTexture(logo->textureID);
-        delete logo;
-    }
+    FreePluginBitmap(logo);
 }
 
 void About::OpenAbout() {
@@ -74,17 +66,10 @@ void About::OpenAbout() {
 void About::MakeDialog() {
     window = new HV_Window(this, HV_WindowHandler, kWindowWidth, "About Kalvora...", true, true);
 
-    logo = new HV_Texture(true);
-    const std::string logoPath =
-        std::string(HV_FileUtils::GetPath(7)) + "Bitmaps" + XPLMGetDirectorySeparator() + "KLVlogo.png";
-    if (!logo->LoadPNG(HV_FileUtils::TranslateXCodePath(logoPath.c_str())))
-        KLVLogWrite(("[WRNG] About: no logo at " + logoPath + "\n").c_str());
-    // The picture sits in the texture's top-left corner; rows count from the bottom.
-    const int textureTop = static_cast<int>(logo->height);
+    logo = LoadPluginBitmap("KLVlogo.png");
     HV_Panel* picturePanel = new HV_Panel(kHV_NoStyle, false, 0, nullptr, true, true);
     window->AddChild(picturePanel);
-    picturePanel->AddChild(
-        new HV_CtrlPicture(logo, 0, textureTop - kLogoHeight, kLogoWidth, textureTop, false, true), 0);
+    picturePanel->AddChild(PictureOfBitmap(logo, kLogoWidth, kLogoHeight), 0);
 
     HV_Panel* credits = AddPanel(window, 5, 5);
     const bool newHost = XPVersion > kNewHostVersion;

@@ -7,6 +7,7 @@
 #include "core/PluginState.h"
 #include "core/Preferences.h"
 #include "core/PushbackControl.h"
+#include "core/ToolsMenu.h"
 #include "core/SimulatorDataRefs.h"
 #include "core/TruncateToInt.h"
 #include "gpu/GPUService.h"
@@ -145,6 +146,7 @@ void BuildKLVMenus() {
         XPLMCreateMenu("Trucks", KLVsubMenu, theTruckListSubMenuAnchor, KLVMenuHandlerCallback, nullptr);
     for (int i = 0; i < truckNumber; ++i)
         XPLMAppendMenuItem(TruckSubMenu, TruckList[i].c_str(), RefOf(kMenuFirstTruck + i), 0);
+    BuildToolsMenu();
 }
 
 void SelectTruck(int index) {

@@ -1,29 +1,21 @@
 #include "core/PluginServices.h"
 
+#include "core/About.h"
 #include "core/PluginState.h"
+#include "core/PrefsDialog.h"
 #include "gpu/GPUService.h"
 #include "objects/HV_XObject.h"
 #include "objects/TruckModel.h"
+#include "truck/TruckView.h"
 
 #include <string>
 
-// TODO(About dialog, preferences dialog, truck view): forward to
-// each feature as it is built in; until then each action writes one log line and does nothing.
-
-namespace {
-
-void NotAvailable(const std::string& what) {
-    KLVLogWrite(("-" + what + " is not available in this build\n").c_str());
-}
-
-} // namespace
-
 void OpenAboutDialog() {
-    NotAvailable("About dialog");
+    About::OpenAbout();
 }
 
 void OpenPreferencesDialog() {
-    NotAvailable("Preferences dialog");
+    OpenPrefsDialog();
 }
 
 void ToggleGPU() {
@@ -70,6 +62,6 @@ int DrawGPUModelCallBack(int phase, int isBefore, void* refcon) {
     return DrawGPUCallBack(phase, isBefore, refcon);
 }
 
-void TruckViewHotKeyCallBack(void* /*refcon*/) {
-    NotAvailable("Truck view");
+void TruckViewHotKeyCallBack(void* refcon) {
+    TruckViewHKCallBack(refcon);
 }

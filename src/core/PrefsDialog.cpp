@@ -117,11 +117,7 @@ int Handle(PrefsDialog* d, long message, HV_Panel* control) {
         if (control == d->rearGearBox) d->frontGearBox->SetCheck(!d->rearGearBox->isChecked());
         return 0;
     case kMsgSliderMoved:
-        if (control == d->speedSlider) {
-            const int value = d->speedSlider->GetValue();
-            PrefTruckSpeed = static_cast<float>(value);
-            PrefStepValue = value / kSpeedToStep;
-        }
+        if (control == d->speedSlider) SetTruckSpeedSetting(d->speedSlider->GetValue());
         return 0;
     case kMsgClose:
         StopSniffing(d);
@@ -214,6 +210,11 @@ int PrefsDialog::myKeyCallback(char /*key*/, XPLMKeyFlags /*flags*/, char virtua
         d->assignButton->SetText(line);
     });
     return 0; // swallowed
+}
+
+void SetTruckSpeedSetting(int speed) {
+    PrefTruckSpeed = static_cast<float>(speed);
+    PrefStepValue = speed / kSpeedToStep;
 }
 
 void OpenPrefsDialog() {

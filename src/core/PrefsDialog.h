@@ -52,5 +52,7 @@ public:
 /// The last preferences dialog opened from the menu (earlier ones are dropped, not freed).
 extern PrefsDialog* myPrefsDialog;
 
+/// A truck speed from a slider (0..50), applied at once: PrefTruckSpeed and PrefStepValue = speed / 100 m.
+void SetTruckSpeedSetting(int speed);
 /// "Preferences...": a new dialog, kept in myPrefsDialog.
 void OpenPrefsDialog();

@@ -103,6 +103,10 @@ void PBInitialisation() {
 
 void setViewtoExtern() {
     if (!PrefSwitchView || XPLMGetDatai(gIsViewExtern) != kViewIsInside) return;
+    SelectSpotView();
+}
+
+void SelectSpotView() {
     if (XPLMCommandRef spot = XPLMFindCommand(kSpotViewCommand)) {
         XPLMCommandOnce(spot);
         return;

@@ -25,5 +25,7 @@ void resetAll();
 void PBInitialisation();
 /// Outside view when the preference asks for it and the view is an inside one.
 void setViewtoExtern();
+/// The host's still spot (outside) view: its command, or the old joystick button where it lacks it.
+void SelectSpotView();
 /// Write accessor of "halvern/kalvora/PBstatus": 1..5 start a manoeuvre without checks, others stop.
 void SetPBStatus(void* refcon, int value);

@@ -1,18 +1,14 @@
 #include "truck/FreeMove.h"
 
 #include "XPLMDisplay.h"
-#include "XPLMUtilities.h"
 #include "core/CallbackGuard.h"
-#include "core/PluginState.h"
+#include "core/PluginBitmaps.h"
+#include "core/PrefsDialog.h"
 #include "core/Preferences.h"
-#include "images/Texture.h"
 #include "motion/PushbackKinematics.h"
 #include "toolkit/Controls.h"
 #include "toolkit/PanelStyle.h"
 #include "toolkit/Window.h"
-#include "utils/FileUtils.h"
-
-#include <string>
 
 int gPref_FreeMove_fw = 0xB3;
 int gPref_FreeMove_l = 0xB5;
@@ -21,12 +17,11 @@ int gPref_FreeMove_stop = 0xB4;
 
 namespace {
 
-constexpr int kWindowWidth = 330;      // pixels
-constexpr int kColumnWidth = 110;      // pixels, three columns
-constexpr int kIconWidth = 84;         // pixels
-constexpr int kIconHeight = 64;        // pixels
-constexpr int kSpeedMax = 50;          // slider top; a step of 0.5 m per frame
-constexpr double kSpeedToStep = 100.0; // PrefStepValue (m per frame) = PrefTruckSpeed / 100
+constexpr int kWindowWidth = 330; // pixels
+constexpr int kColumnWidth = 110; // pixels, three columns
+constexpr int kIconWidth = 84;    // pixels
+constexpr int kIconHeight = 64;   // pixels
+constexpr int kSpeedMax = 50;     // slider top; a step of 0.5 m per frame
 constexpr long kMsgClose = 1200;
 constexpr long kMsgButtonPressed = 1300;
 constexpr long kMsgSliderMoved = 1500;
@@ -49,10 +44,7 @@ HV_CtrlButton* AddButton(HV_Panel* panel, char column, const char* label) {
 void Closed(FreeMove* panel) {
     XPLMUnregisterKeySniffer(FreeMoveKeySniffer, kBeforeWindows, nullptr);
     if (gFreeMove == panel) gFreeMove = nullptr;
-    if (panel->truckIcon) {
-        if (panel->truckIcon->textureID) panel->truckIcon->DeleteTexture(panel->truckIcon->textureID);
-        delete panel->truckIcon;
-    }
+    FreePluginBitmap(panel->truckIcon);
     delete panel;
 }
 
@@ -70,11 +62,7 @@ int Handle(FreeMove* p, long message, HV_Panel* control) {
         }
         return 0;
     case kMsgSliderMoved:
-        if (control == p->speedSlider) {
-            const int value = p->speedSlider->GetValue();
-            PrefTruckSpeed = static_cast<float>(value);
-            PrefStepValue = value / kSpeedToStep;
-        }
+        if (control == p->speedSlider) SetTruckSpeedSetting(p->speedSlider->GetValue());
         return 0;
     case kMsgClose:
         return kHV_CloseWindow;
@@ -146,15 +134,8 @@ void FreeMove::MakeDialog() {
     AddTexts(pad, 0, 4);
 
     forwardButton = AddButton(pad, 1, "Forward");
-    truckIcon = new HV_Texture(true);
-    const std::string iconPath =
-        std::string(HV_FileUtils::GetPath(7)) + "Bitmaps" + XPLMGetDirectorySeparator() + "iconTruck.png";
-    if (!truckIcon->LoadPNG(HV_FileUtils::TranslateXCodePath(iconPath.c_str())))
-        KLVLogWrite(("[WRNG] Free move: no truck icon at " + iconPath + "\n").c_str());
-    // The picture sits in the texture's top-left corner; rows count from the bottom.
-    const int textureTop = static_cast<int>(truckIcon->height);
-    pad->AddChild(
-        new HV_CtrlPicture(truckIcon, 0, textureTop - kIconHeight, kIconWidth, textureTop, false, true), 1);
+    truckIcon = LoadPluginBitmap("iconTruck.png");
+    pad->AddChild(PictureOfBitmap(truckIcon, kIconWidth, kIconHeight), 1);
     reverseButton = AddButton(pad, 1, "Reverse");
     stopButton = AddButton(pad, 1, "Stop");
     releaseButton = AddButton(pad, 1, "Release Truck");

@@ -1,7 +1,7 @@
 #include "truck/TruckView.h"
 
-#include "XPLMUtilities.h"
 #include "core/CallbackGuard.h"
+#include "core/PushbackControl.h"
 #include "core/Preferences.h"
 #include "motion/AircraftPlacement.h"
 #include "truck/TruckState.h"
@@ -14,30 +14,11 @@ constexpr float kDegToRad = 0.017453292f; // single precision, as every heading 
 constexpr double kSeatAhead = 3.5;        // metres from the truck's reference point to the seat
 constexpr double kEyeHeight = 1.75;       // metres above the apron
 constexpr float kLookBack = 180.0f;       // degrees: towing at the main gear the driver faces away
-constexpr int kSpotViewButton = 46;       // the host's button of the still spot (outside) view
-constexpr const char* kSpotViewCommand = "sim/view/still_spot";
-
-typedef void (*CommandButton_f)(int button);
-
-/// The outside spot view: the command where the host has it, else its old button.
-void PressSpotView() {
-    if (XPLMCommandRef spot = XPLMFindCommand(kSpotViewCommand)) {
-        XPLMCommandOnce(spot);
-        return;
-    }
-    auto press = reinterpret_cast<CommandButton_f>(XPLMFindSymbol("XPLMCommandButtonPress"));
-    auto release = reinterpret_cast<CommandButton_f>(XPLMFindSymbol("XPLMCommandButtonRelease"));
-    if (press && release) {
-        press(kSpotViewButton);
-        release(kSpotViewButton);
-    }
-}
-
 } // namespace
 
 void TruckViewHKCallBack(void* /*refcon*/) {
     GuardCallback("truck view key", [] {
-        PressSpotView();
+        SelectSpotView();
         XPLMControlCamera(xplm_ControlCameraUntilViewChanges, TruckViewControler, nullptr);
     });
 }
