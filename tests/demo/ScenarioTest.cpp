@@ -116,6 +116,14 @@ TEST_F(ScenarioTest, TailRightEndsNinetyDegreesLower) {
     EXPECT_NEAR(s.straightLegM, ExpectedPushLength(s.aircraftSizeZ), kStepM + 1e-6);
 }
 
+TEST_F(ScenarioTest, TurnLeftTurnsFromTheStandWithoutAStraightLeg) {
+    const ScenarioSummary s = Run("turn-left");
+    EXPECT_TRUE(s.cleared);
+    EXPECT_LT(s.straightLegM, 2 * kStepM);
+    EXPECT_GE(s.finalHeadingDeg, ExpectedFinalHeading(40, true));
+    EXPECT_LT(s.finalHeadingDeg, ExpectedFinalHeading(40, true) + 1);
+}
+
 TEST_F(ScenarioTest, StraightKeepsTheHeadingAndAnyProfileGetsItsOwnLength) {
     for (const char* aircraft : {"A320", "B744", "C172"}) {
         options.aircraft = aircraft;
