@@ -10,6 +10,7 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -27,20 +28,27 @@ std::string resolve(const HostCore& c, const std::string& path) {
     return c.sandbox + p;
 }
 
-/// True for a file that starts like an OBJ: "I" or "A", then "800" (or "700"), then "OBJ".
+/// True for a file that starts like an OBJ: "I" or "A", then "800" (or "700"), then "OBJ". Lines may end
+/// in LF, CR LF or a lone CR (files written with "A" order often use CR only).
 bool looksLikeObj(const std::string& path) {
-    std::ifstream f(path);
-    std::string l1, l2, l3;
-    if (!std::getline(f, l1) || !std::getline(f, l2) || !std::getline(f, l3)) return false;
-    auto trim = [](std::string& s) {
-        while (!s.empty() && (s.back() == '\r' || s.back() == ' ' || s.back() == '\t'))
-            s.pop_back();
-    };
-    trim(l1);
-    trim(l3);
-    const bool order = l1 == "I" || l1 == "A";
-    const bool version = l2.rfind("800", 0) == 0 || l2.rfind("700", 0) == 0;
-    return order && version && l3 == "OBJ";
+    constexpr size_t kHeaderBytes = 64; // the three header lines fit in far fewer
+    std::ifstream f(path, std::ios::binary);
+    std::string head(kHeaderBytes, '\0');
+    f.read(&head[0], static_cast<std::streamsize>(head.size()));
+    head.resize(static_cast<size_t>(f.gcount()));
+    // The header's lines are never empty, so empty pieces (the LF of CR LF) are dropped.
+    std::vector<std::string> words(1);
+    for (char ch : head) {
+        if (ch == '\r' || ch == '\n') {
+            if (!words.back().empty()) words.emplace_back();
+        } else if (ch != ' ' && ch != '\t') {
+            words.back() += ch;
+        }
+    }
+    if (words.size() < 3) return false;
+    const bool order = words[0] == "I" || words[0] == "A";
+    const bool version = words[1].rfind("800", 0) == 0 || words[1].rfind("700", 0) == 0;
+    return order && version && words[2] == "OBJ";
 }
 
 ObjectRec* validObject(void* handle) {

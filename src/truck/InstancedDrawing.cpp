@@ -40,6 +40,8 @@ XPLMObjectRef gTruckObject = nullptr;
 std::string gTruckObjectPath; ///< file gTruckObject was loaded from
 std::string gFailedPath;      ///< last file that could not load: not tried again every frame
 XPLMInstanceRef gTruckInstance = nullptr;
+/// Runs after the flight model, so after every callback that moves the truck in the same frame.
+XPLMFlightLoopID gPlacementLoop = nullptr;
 
 float ReadWheelRotation(void* /*refcon*/) {
     return gWheelRotationDeg;
@@ -145,11 +147,18 @@ void StartTruckInstancing() {
     if (!UseTruckInstancing()) return;
     gHaveLast = false;
     gFailedPath.clear();
-    XPLMUnregisterFlightLoopCallback(TruckInstanceCallBack, nullptr);
-    XPLMRegisterFlightLoopCallback(TruckInstanceCallBack, kEveryFrame, nullptr);
+    if (!gPlacementLoop) {
+        XPLMCreateFlightLoop_t loop{};
+        loop.structSize = sizeof loop;
+        loop.phase = xplm_FlightLoop_Phase_AfterFlightModel;
+        loop.callbackFunc = TruckInstanceCallBack;
+        gPlacementLoop = XPLMCreateFlightLoop(&loop);
+    }
+    if (gPlacementLoop) XPLMScheduleFlightLoop(gPlacementLoop, kEveryFrame, 1);
 }
 
 void StopTruckInstancing() {
-    XPLMUnregisterFlightLoopCallback(TruckInstanceCallBack, nullptr);
+    if (gPlacementLoop) XPLMDestroyFlightLoop(gPlacementLoop);
+    gPlacementLoop = nullptr;
     ReleaseInstance();
 }
