@@ -7,7 +7,9 @@
 #include "XPLMPlugin.h"
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
+#include "core/Commands.h"
 #include "core/CrewMessages.h"
+#include "core/DataRefToolRegistration.h"
 #include "core/PluginMenu.h"
 #include "core/PluginServices.h"
 #include "core/PluginState.h"
@@ -18,6 +20,7 @@
 #include "gpu/GPUService.h"
 #include "motion/PushbackKinematics.h"
 #include "toolkit/Dialog.h"
+#include "truck/InstancedDrawing.h"
 #include "truck/TruckMovement.h"
 #include "utils/FileUtils.h"
 #include "utils/HV_Properties.h"
@@ -159,6 +162,9 @@ void Start(char* outName, char* outSig, char* outDesc) {
     XPLMRegisterDrawCallback(DrawGPUModelCallBack, xplm_Phase_Airplanes, 0, nullptr);
 
     RegisterPublishedDataRefs();
+    RegisterTruckAnimationDataRefs();
+    ScheduleDataRefToolRegistration();
+    CreateKLVCommands();
 
     if (!InitDataRef()) {
         ErrorMessageInterpretor(kPBIncompatibleHost);
@@ -200,6 +206,8 @@ void Enable() {
     else
         KLVLogWrite(("[WRNG] Failed to load GPU object or textures " + GpuFilesPath + "\n").c_str());
 
+    StartTruckInstancing();
+
     TruckViewHK = XPLMRegisterHotKey(static_cast<char>(static_cast<signed char>(PrefTruckViewKey)),
                                      xplm_DownFlag, "Toggle truckview", TruckViewHotKeyCallBack, nullptr);
     DebugLine("enabled");
@@ -210,6 +218,7 @@ void Disable() {
     if (KLVPrefs) StorePreferences(*KLVPrefs);
     if (TruckViewHK) XPLMUnregisterHotKey(TruckViewHK);
     TruckViewHK = nullptr;
+    StopTruckInstancing();
     ReleaseGPUInstance(); // made again by its flight loop once enabled, if the GPU is still shown
     DebugLine("disabled");
 }
@@ -217,6 +226,9 @@ void Disable() {
 void Stop() {
     XPLMUnregisterDrawCallback(DrawTruckCallBack, xplm_Phase_Airplanes, 0, nullptr);
     XPLMUnregisterDrawCallback(DrawGPUModelCallBack, xplm_Phase_Airplanes, 0, nullptr);
+    RemoveKLVCommandHandlers();
+    CancelDataRefToolRegistration();
+    UnregisterTruckAnimationDataRefs();
     UnregisterPublishedDataRefs();
     if (KLVPrefs) KLVPrefs->save(KLVlog);
     delete KLVPrefs;
