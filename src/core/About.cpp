@@ -27,17 +27,17 @@ HV_PanelStyle* CreditStyle() {
 
 // The same lines twice, dotted to line up under each host's caption font.
 const char* const kCreditsNew[] = {
-    "Concept and code ............................ Halvern",
-    "Truck and ground power models ............ Halvern",
-    "Crew voices ............................ the host's speech",
+    "Concept and code ..................... Halvern",
+    "Truck and ground power models ........ Halvern",
+    "Crew voices ................ the host's speech",
 };
 const char* const kCreditsOld[] = {
-    "Concept and code ............................... Halvern",
-    "Truck and ground power models ............... Halvern",
-    "Crew voices ............................... the host's speech",
+    "Concept and code ....................... Halvern",
+    "Truck and ground power models .......... Halvern",
+    "Crew voices .................. the host's speech",
 };
 const char* const kThanks[] = {
-    "Every pilot who tested the push-back on the apron,",
+    "every pilot who tried the push-back on the apron,",
     "and the ground crews who showed how it is done.",
 };
 constexpr const char* kVersionLine = "Kalvora, push-back and ground power v1.2.2b3";

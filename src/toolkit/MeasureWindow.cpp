@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kStartWidth = 240; // pixels
+constexpr int kStartWidth = 300; // pixels: room for the position line
 constexpr int kMinWidth = 120;   // pixels: room for the lines
 constexpr int kMinHeight = 60;   // pixels
 constexpr int kGripSize = 12;    // pixels: the bottom-right square that sizes the window
