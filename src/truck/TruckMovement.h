@@ -29,7 +29,8 @@ extern float theLastTime;          ///< no step before this time
 extern float theTruckGearInTimer;  ///< hook-up checks start after this time
 extern float theTruckGearOutTimer; ///< the truck drives away after this time
 extern float theBreakMessTempo;    ///< the brake question is not repeated before this time
-extern int wasBreakSet;            ///< 1 once the crew had to ask for the brake during this hook-up
+extern int wasBreakSet;            ///< 1 once the crew had to ask for the brake; no reset clears it, so later
+                                   ///< push-backs thank the pilot (message 4) even when they did not ask
 extern float TruckFinalHdg;        ///< heading the truck turns to when it drives away, degrees
 extern float TruckInitialHdg;      ///< heading computed with the park position, degrees
 extern int theSwitch;              ///< cleared with the truck; no other use

@@ -103,6 +103,21 @@ TEST_F(PushbackSequence, BrakeAlreadyReleasedGivesStartingWithoutTheQuestion) {
     EXPECT_TRUE(SpokenAt(kThanks).empty());
 }
 
+TEST_F(PushbackSequence, OnceTheCrewHasAskedLaterPushbacksThankThePilot) {
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilTruckAtGear(20.0));
+    host->runFor(2.0);
+    ASSERT_EQ(SpokenAt(kConfirmBrake).size(), 1u);
+    host->set(kParkBrake, 0.0);
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+
+    host->set(kParkBrake, 0.0); // released before the truck arrives this time
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilMoving(30.0));
+    EXPECT_EQ(Spoken().back(), kThanks); // the earlier question is remembered
+    EXPECT_EQ(SpokenAt(kConfirmBrake).size(), 1u);
+}
+
 TEST_F(PushbackSequence, TruckRidesOnTheGearAndSteersWhileTheAircraftIsPushed) {
     Reboot([] {
         simhost::HostOptions o;
