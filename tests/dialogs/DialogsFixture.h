@@ -5,6 +5,7 @@
 #pragma once
 
 #include "core/AppFixture.h"
+#include "dialogs/ShownWindow.h"
 
 #include "XPStandardWidgets.h"
 #include "XPWidgets.h"
@@ -37,15 +38,7 @@ protected:
     }
 
     /// The shown main window with this title, or null.
-    simhost::WidgetHandle Window(const std::string& title) {
-        for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {
-            simhost::WidgetInfo info;
-            if (simhost::widgetInfo(w, info) && info.widgetClass == xpWidgetClass_MainWindow && info.shown &&
-                info.descriptor == title)
-                return w;
-        }
-        return nullptr;
-    }
+    simhost::WidgetHandle Window(const std::string& title) { return ShownWindow(title); }
     int CountWindows(const std::string& title) {
         int n = 0;
         for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {

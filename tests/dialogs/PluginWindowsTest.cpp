@@ -3,6 +3,7 @@
 // stop, the truck view takes the camera. Pictures of every window are written
 // to $KALVORA_SCREENSHOT_DIR (default <build>/dialogs-screenshots/).
 #include "lifecycle/LoadedPlugin.h"
+#include "dialogs/ShownWindow.h"
 
 #include "XPLMDefs.h"
 #include "XPStandardWidgets.h"
@@ -20,15 +21,7 @@ protected:
         options.render = true;
     }
 
-    simhost::WidgetHandle Window(const std::string& title) {
-        for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {
-            simhost::WidgetInfo info;
-            if (simhost::widgetInfo(w, info) && info.widgetClass == xpWidgetClass_MainWindow && info.shown &&
-                info.descriptor == title)
-                return w;
-        }
-        return nullptr;
-    }
+    simhost::WidgetHandle Window(const std::string& title) { return ShownWindow(title); }
 
     bool Pick(const std::string& item) { return host->pickMenu(std::string(kMenu) + "/" + item); }
     bool ClickText(simhost::WidgetHandle under, const std::string& text) {
