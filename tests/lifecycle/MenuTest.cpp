@@ -28,6 +28,39 @@ TEST_F(MenuTest, TheMenuHasEveryItemInOrderAndTheTrucksOfTheFolder) {
     EXPECT_EQ(host->menuItems(Item("Trucks")), (std::vector<std::string>{"Tug1", "Tug2"}));
 }
 
+TEST_F(MenuTest, AboutAndPreferencesOpenTheirWindowsWhateverThePushBackState) {
+    Load();
+    StartPush("Push straight back"); // the start checks refuse, but these two items do not care
+    ASSERT_TRUE(host->pickMenu(Item("About...")));
+    EXPECT_NE(simhost::findWidget("About Kalvora..."), nullptr) << simhost::widgetTree();
+    ASSERT_TRUE(host->pickMenu(Item("Preferences...")));
+    EXPECT_NE(simhost::findWidget("Kalvora Preferences"), nullptr) << simhost::widgetTree();
+    EXPECT_EQ(simhost::findWidget("Warning..."), nullptr);
+}
+
+TEST_F(MenuTest, TheHotKeyOfThePreferencesOpensTheTruckView) {
+    constexpr int kF11 = 0x7A; // virtual key codes
+    constexpr int kF12 = 0x7B; // the default truck-view key
+    Load();
+    host->pressKey(kF12);
+    host->runFrames(2);
+    EXPECT_TRUE(host->camera().controlled);
+    EXPECT_EQ(host->camera().controllerPluginId, id);
+
+    // Another key from the preferences file, taken at the next start.
+    Unload();
+    std::string prefs = ReadFile(PrefsPath());
+    prefs.replace(prefs.find("TruckView_KEY=123"), 17, "TruckView_KEY=122");
+    WritePreferences(prefs);
+    Load();
+    host->pressKey(kF12);
+    host->runFrames(2);
+    EXPECT_FALSE(host->camera().controlled);
+    host->pressKey(kF11);
+    host->runFrames(2);
+    EXPECT_TRUE(host->camera().controlled);
+}
+
 TEST_F(MenuTest, EachManoeuvreIsAnnouncedByName) {
     Load();
     const std::pair<const char*, const char*> cases[] = {{"Push straight back", "push back straight"},
