@@ -7,6 +7,7 @@
 // key; a focused window always consumes it.
 #include "HostInternal.h"
 #include "graphics/GraphicsHooks.h"
+#include "graphics/InstanceDrawing.h"
 
 #include "XPLMDisplay.h"
 
@@ -166,6 +167,7 @@ void drawFrame(HostCore& c) {
         drawPhase(c, kPhaseModern3D, true);
         drawPhase(c, kPhaseModern3D, false);
     }
+    drawInstances(c); // X-Plane draws instances in its own scene, whatever the era
     gfx::setup2D();
     for (int p : kPhases2D) {
         drawPhase(c, p, true);
