@@ -90,6 +90,7 @@ TEST_F(PluginWindowsTest, ToolsOpenTheFreeMovePanelAndTheLayoutTools) {
     simhost::WidgetHandle panel = Window("Truck Movements Control Panel");
     ASSERT_NE(panel, nullptr);
     EXPECT_TRUE(Registered("key sniffer"));
+    EXPECT_EQ(PluginLog().find("[WRNG] No picture"), std::string::npos) << "the truck icon loads";
     Picture(panel, "dialogs-free-move.png");
     ASSERT_TRUE(simhost::clickCloseBox(*host, panel));
     EXPECT_FALSE(Registered("key sniffer"));
@@ -126,6 +127,12 @@ TEST_F(PluginWindowsTest, TruckViewKeyDuringAPush) {
     const simhost::CameraState camera = host->camera();
     EXPECT_TRUE(camera.controlled);
     EXPECT_EQ(camera.controllerPluginId, id);
+    // The seat as other plug-ins see the truck: 3.5 m from its reference point, 1.75 m up.
+    const double truckX = host->getf("halvern/kalvora/truck/position_ogl_x");
+    const double truckY = host->getf("halvern/kalvora/truck/position_ogl_y");
+    const double truckZ = host->getf("halvern/kalvora/truck/position_ogl_z");
+    EXPECT_NEAR(std::hypot(camera.x - truckX, camera.z - truckZ), 3.5, 0.05);
+    EXPECT_NEAR(camera.y, truckY + 1.75, 0.05);
     ASSERT_TRUE(host->runCommand("sim/view/default_view"));
     host->runFrames(2);
     EXPECT_FALSE(host->camera().controlled);
