@@ -1,6 +1,11 @@
 // XPLMScenery.h and XPLMInstance.h without drawing: OBJ files loaded and
 // reference-counted, instances placed with their per-instance data, probes
 // that hit the flat apron, and no magnetic variation.
+// The XPLM 4.2 instance functions are defined here too; XPLMFindSymbol hands them out only to hosts
+// emulating XPLM 420 or later.
+#ifndef XPLM420
+#define XPLM420 1
+#endif
 #include "HostInternal.h"
 #include "WorldMath.h"
 
@@ -282,6 +287,32 @@ void XPLMInstanceSetPosition(XPLMInstanceRef instance, const XPLMDrawInfo_t* new
     if (data)
         for (size_t n = 0; n < info.data.size(); ++n)
             info.data[n] = data[n];
+}
+
+void XPLMInstanceSetPositionDouble(XPLMInstanceRef instance, const XPLMDrawInfoDouble_t* new_position,
+                                   const float* data) {
+    InstanceRec* i = validInstance(instance);
+    if (!i || !new_position) return;
+    if (new_position->structSize != static_cast<int>(sizeof(XPLMDrawInfoDouble_t))) {
+        apiError("XPLMInstanceSetPositionDouble: wrong structSize");
+        return;
+    }
+    simhost::InstanceInfo& info = i->info;
+    info.x = new_position->x;
+    info.y = new_position->y;
+    info.z = new_position->z;
+    info.pitch = static_cast<float>(new_position->pitch);
+    info.heading = static_cast<float>(new_position->heading);
+    info.roll = static_cast<float>(new_position->roll);
+    info.positioned = true;
+    if (data)
+        for (size_t n = 0; n < info.data.size(); ++n)
+            info.data[n] = data[n];
+}
+
+void XPLMInstanceSetAutoShift(XPLMInstanceRef instance) {
+    // simhost never moves its local origin, so there is nothing to shift; the handle is still checked.
+    if (!validInstance(instance)) apiError("XPLMInstanceSetAutoShift: not an instance");
 }
 
 } // extern "C"

@@ -17,6 +17,10 @@ namespace {
 
 constexpr size_t kPathBufferBytes = 512; ///< XPLMGetSystemPath / XPLMGetPrefsPath buffers
 
+/// XPLM 4.2 functions (X-Plane 12.3): found only when the emulated XPLM is that new.
+constexpr const char* kXplm420Functions[] = {"XPLMInstanceSetPositionDouble", "XPLMInstanceSetAutoShift"};
+constexpr int kFirstXplmWithDoubleInstances = 420;
+
 /// Functions newer X-Planes declare deprecated; a host emulated without them does not hand them out.
 constexpr const char* kDeprecatedFunctions[] = {
     "XPLMCommandButtonPress", "XPLMCommandButtonRelease", "XPLMCommandKeyStroke", "XPLMSimulateKeyPress",
@@ -186,6 +190,10 @@ void XPLMReloadScenery(void) {
 void* XPLMFindSymbol(const char* inString) {
     if (!inString) return nullptr;
     HostCore* c = core();
+    if (c && c->opt.xplmVersion < kFirstXplmWithDoubleInstances) {
+        for (const char* newer : kXplm420Functions)
+            if (std::strcmp(inString, newer) == 0) return nullptr;
+    }
     if (c && !c->opt.exportDeprecated) {
         for (const char* gone : kDeprecatedFunctions)
             if (std::strcmp(inString, gone) == 0) return nullptr;
