@@ -114,6 +114,18 @@ TEST_F(InstancedTruck, LegacyHostDrawsInsteadAndMakesNoInstance) {
     EXPECT_TRUE(drawCallback) << "the drawing callbacks stay registered";
 }
 
+TEST_F(InstancedTruck, NoDrawingCallbackInAPhaseModernHostsCall) {
+    Load();
+    int drawCallbacks = 0;
+    for (const std::string& r : host->registrations(kalvora)) {
+        if (r.rfind("draw callback", 0) != 0) continue;
+        ++drawCallbacks;
+        EXPECT_NE(r.find("phase 25"), std::string::npos)
+            << r << ": only the aircraft phase, never called from 11.50";
+    }
+    EXPECT_EQ(drawCallbacks, 2) << "the tug's and the cart's drawing callbacks stay registered";
+}
+
 TEST_F(InstancedTruck, GoesWhenThePluginIsDisabled) {
     Load();
     ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/Push straight back"));
