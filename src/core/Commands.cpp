@@ -44,12 +44,12 @@ void* RefOf(int value) {
     return reinterpret_cast<void*>(static_cast<intptr_t>(value));
 }
 
-void Run(const CommandSpec& spec) {
-    if (spec.menuItem != kNotAMenuItem) {
-        KLVMenuHandlerCallback(nullptr, RefOf(spec.menuItem));
+void Run(const CommandSpec& command) {
+    if (command.menuItem != kNotAMenuItem) {
+        KLVMenuHandlerCallback(nullptr, RefOf(command.menuItem));
         return;
     }
-    if (spec.extra == kTruckView)
+    if (command.extra == kTruckView)
         TruckViewHotKeyCallBack(nullptr);
     else
         OpenFreeMovePanel();
