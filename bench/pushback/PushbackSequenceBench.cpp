@@ -56,9 +56,12 @@ void StartStraight() {
 
 void BM_TruckApproachStep(benchmark::State& state) {
     Apron apron;
+    StartStraight();
+    const double parkX = gKLVTruckX, parkZ = gKLVTruckZ;
     for (auto _ : state) {
         state.PauseTiming();
-        StartStraight();
+        gKLVTruckX = parkX; // every step is an approach step from the park position
+        gKLVTruckZ = parkZ;
         gKLVTruckMovementPhase = kTruckApproach;
         theLastTime = -1.0f; // the step is due
         state.ResumeTiming();
