@@ -181,7 +181,8 @@ using namespace simhost::detail;
 extern "C" {
 
 XPLMCommandRef XPLMFindCommand(const char* inName) {
-    return inName ? commandRec(inName) : nullptr;
+    CommandRec* r = inName ? commandRec(inName) : nullptr;
+    return r && !r->hidden ? r : nullptr;
 }
 
 XPLMCommandRef XPLMCreateCommand(const char* inName, const char* inDescription) {

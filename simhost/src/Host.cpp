@@ -399,6 +399,10 @@ void Host::removeDataRef(const std::string& name) {
     if (DataRefRec* r = findDataRefRec(name)) r->removed = true;
 }
 
+void Host::removeCommand(const std::string& name) {
+    if (CommandRec* r = commandRec(name)) r->hidden = true;
+}
+
 // ---------------------------------------------------------------- world
 Aircraft& Host::aircraft() {
     return impl_->core.aircraft;

@@ -129,6 +129,7 @@ struct CommandRec {
     std::string name, description;
     std::vector<CommandHandler> handlers;
     std::function<void(int phase)> simAction; ///< what X-Plane itself does
+    bool hidden = false; ///< withdrawn by Host::removeCommand: plug-ins cannot find it by name
 };
 
 // ------------------------------------------------------------------ display

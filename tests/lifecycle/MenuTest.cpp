@@ -80,6 +80,18 @@ TEST_F(MenuTest, EachManoeuvreIsAnnouncedByName) {
     }
 }
 
+TEST_F(MenuTest, WithoutTheSpotViewCommandTheOutsideViewComesFromTheLegacyButton) {
+    constexpr const char* kExternal = "sim/graphics/view/view_is_external";
+    Load();
+    host->removeCommand("sim/view/still_spot"); // a host from before the command API
+    ASSERT_EQ(host->geti(kExternal), 0);
+    ASSERT_TRUE(host->pickMenu(Item("Push straight back")));
+    host->runFrames(2);
+    EXPECT_EQ(host->geti(kExternal), 1);
+    const std::vector<std::string> keys = host->transcriptTexts("key");
+    EXPECT_NE(std::find(keys.begin(), keys.end(), "button press 46"), keys.end());
+}
+
 TEST_F(MenuTest, AManoeuvreWhileMovingIsRefusedAndTheRunningOneGoesOn) {
     Load();
     StartPush("Push straight back");

@@ -181,6 +181,9 @@ public:
     bool exists(const std::string& name);
     /// Makes a dataref disappear as if this X-Plane never had it.
     void removeDataRef(const std::string& name);
+    /// Emulates a host without this command: XPLMFindCommand returns NULL for it from now on.
+    /// X-Plane's own uses of it (legacy buttons and key strokes) still work.
+    void removeCommand(const std::string& name);
 
     // ---- world ----
     Aircraft& aircraft();
