@@ -39,7 +39,8 @@ fuzz: deps
 
 bench: configure
 	@cmake --build $(BUILD) -j $(JOBS)
-	@for b in $(BUILD)/bench/*/bench_*; do [ -x "$$b" ] && "$$b"; done; true
+	@for b in $$(find $(BUILD)/bench -mindepth 2 -maxdepth 2 -type f -executable | sort); do \
+	    echo "== $$b"; "$$b" || exit 1; done
 
 install: build
 	@cmake --install $(BUILD) --prefix "$(XPLANE)"
