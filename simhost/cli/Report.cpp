@@ -367,9 +367,7 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
     if (WriteCrewWav(dir + "/audio", speechTimes, dir + "/crew.wav")) summaryText += "crew audio: crew.wav\n";
     summaryText +=
         "frames: " + std::to_string(frames.size()) +
-        (frames.empty() ? " (rendered only for X-Plane versions before 11.50, e.g. --xplane-version 11410, "
-                          "and when OpenGL is available)\n"
-                        : "\n");
+        (frames.empty() ? " (rendered only when OpenGL is available)\n" : "\n");
     WriteFile(dir + "/summary.txt", summaryText);
 }
 

@@ -33,8 +33,6 @@ constexpr double kAfterClearedSeconds = 3; // kept running after the crew's last
 constexpr double kAfterStopSeconds = 5;    // kept running after "Stop PushBack!" or a refusal
 constexpr int kProgressEveryFrames = 15;
 constexpr int kMaxEngines = 8;
-constexpr int kFirstInstancedVersion =
-    11500; // X-Plane 11.50: 3-D drawing through object instances        // engines of an aircraft profile
 constexpr double kStillSeconds = 0.5; // the aircraft has stopped once it stood still this long
 
 const std::vector<Scenario> kScenarios = [] {
@@ -133,9 +131,9 @@ public:
         ho.realTime = o_.realTime;
         if (!o_.reportDir.empty()) {
             fs::create_directories(o_.reportDir);
-            // Frames for the report. From 11.50 on the truck and the GPU are object instances,
-            // which simhost does not draw, so frames would show an empty sky.
-            ho.render = ho.xplaneVersion < kFirstInstancedVersion;
+            // Frames for the report: before 11.50 the plug-in draws the truck and the GPU in
+            // its draw callbacks, from 11.50 on simhost draws their object instances.
+            ho.render = true;
             if (SpeechSynthesisAvailable()) {
                 ho.speechWavDir = o_.reportDir + "/audio";
                 fs::create_directories(ho.speechWavDir);

@@ -151,32 +151,37 @@ TEST_F(ScenarioTest, EnginesRunningAreRefusedWithTheWarningDialog) {
     EXPECT_EQ(s.trace.back().phase, "refused");
 }
 
-TEST_F(ScenarioTest, OlderVersionsGetRenderedFramesShowingTheTruck) {
+// Before 11.50 the plug-in draws the truck itself; from 11.50 simhost draws its object instance.
+TEST_F(ScenarioTest, RenderedFramesShowTheTruckOnOlderAndModernVersions) {
     {
         simhost::HostOptions probe;
         probe.render = true;
         simhost::Host host(probe);
         if (!host.renderingAvailable()) GTEST_SKIP() << "no OpenGL rendering on this machine";
     }
-    options.reportDir = report.string();
-    options.xplaneVersion = 11410;
-    const ScenarioSummary s = Run("straight");
-    ASSERT_TRUE(s.cleared);
-    for (const char* frame : {"truck-arriving.png", "pushing.png", "truck-leaving.png"}) {
-        int w = 0, h = 0, channels = 0;
-        unsigned char* px = stbi_load((report / "frames" / frame).c_str(), &w, &h, &channels, 3);
-        ASSERT_NE(px, nullptr) << frame;
-        // Something besides the sky in the middle half of the picture, where the camera looks at the
-        // aircraft (the crew's message window sits at the top).
-        bool varied = false;
-        const unsigned char* sky = px + (h / 4) * w * 3;
-        for (int y = h / 4; y < 3 * h / 4 && !varied; ++y)
-            for (int x = 0; x < w && !varied; ++x) {
-                const unsigned char* p = px + (y * w + x) * 3;
-                varied = p[0] != sky[0] || p[1] != sky[1] || p[2] != sky[2];
-            }
-        stbi_image_free(px);
-        EXPECT_TRUE(varied) << frame << " is empty";
+    for (const int version : {11410, 12100}) {
+        SCOPED_TRACE(version);
+        const fs::path dir = report / std::to_string(version);
+        options.reportDir = dir.string();
+        options.xplaneVersion = version;
+        const ScenarioSummary s = Run("straight");
+        ASSERT_TRUE(s.cleared);
+        for (const char* frame : {"truck-arriving.png", "pushing.png", "truck-leaving.png"}) {
+            int w = 0, h = 0, channels = 0;
+            unsigned char* px = stbi_load((dir / "frames" / frame).c_str(), &w, &h, &channels, 3);
+            ASSERT_NE(px, nullptr) << frame;
+            // Something besides the sky in the middle half of the picture, where the camera looks at the
+            // aircraft (the crew's message window sits at the top).
+            bool varied = false;
+            const unsigned char* sky = px + (h / 4) * w * 3;
+            for (int y = h / 4; y < 3 * h / 4 && !varied; ++y)
+                for (int x = 0; x < w && !varied; ++x) {
+                    const unsigned char* p = px + (y * w + x) * 3;
+                    varied = p[0] != sky[0] || p[1] != sky[1] || p[2] != sky[2];
+                }
+            stbi_image_free(px);
+            EXPECT_TRUE(varied) << frame << " is empty";
+        }
     }
 }
 
