@@ -8,7 +8,7 @@ JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 10
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build demo test unit fuzz bench install clean
+.PHONY: all deps configure build demo test fuzz bench install clean
 
 all: build
 
@@ -16,13 +16,13 @@ deps:
 	@bash scripts/install-deps.sh
 
 configure: deps
-	@cmake -S . -B $(BUILD) -G Ninja $(CMAKE_FLAGS) >/dev/null
+	@cmake -S . -B $(BUILD) -G Ninja -DKALVORA_TESTS=ON -DKALVORA_BENCH=ON $(CMAKE_FLAGS) >/dev/null
 
 build: configure
 	@cmake --build $(BUILD) -j $(JOBS)
 
-demo: deps
-	@cmake -S . -B $(BUILD) -G Ninja -DKALVORA_TESTS=OFF -DKALVORA_BENCH=OFF $(CMAKE_FLAGS) >/dev/null
+# Configured like `make test` (so the two share one build folder) but builds only what the demo runs.
+demo: configure
 	@cmake --build $(BUILD) -j $(JOBS) --target Kalvora.xpl kalvora-sim
 	@bash scripts/run-demo.sh $(BUILD)
 
