@@ -10,6 +10,7 @@
 #include "XPLMScenery.h"
 #include "core/CallbackGuard.h"
 #include "core/GpuPosition.h"
+#include "core/Instancing.h"
 #include "core/PluginState.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
@@ -19,10 +20,9 @@
 
 namespace {
 
-constexpr int kFirstVersionWithoutDrawPhases = 11500; // X-Plane 11.50 (Vulkan and Metal)
-constexpr float kEveryFrame = -1.0f;                  // flight-loop interval: next frame
-constexpr float kStop = 0.0f;                         // flight loop: stop calling
-constexpr double kModelLiftMetres = 1.0;              // the model's origin is 1 m above the apron
+constexpr float kEveryFrame = -1.0f;     // flight-loop interval: next frame
+constexpr float kStop = 0.0f;            // flight loop: stop calling
+constexpr double kModelLiftMetres = 1.0; // the model's origin is 1 m above the apron
 
 XPLMObjectRef gGPUObjectRef = nullptr;
 /// The model file that loaded first. Every enable appends "GPU" to the folder path again, so a second
@@ -32,24 +32,25 @@ XPLMInstanceRef gGPUInstance = nullptr;
 const char* const kNoInstanceData[] = {nullptr}; // the cart animates nothing
 
 bool Wanted() {
-    return XPVersion >= kFirstVersionWithoutDrawPhases && PrefHandleGPU && myGPUObject.IsVisible();
+    return PrefHandleGPU && myGPUObject.IsVisible();
 }
 
 /// Loads the model and makes the instance when they are missing; false when the model cannot load.
-bool EnsureInstance() {
+bool EnsureInstance(const InstancingApi& api) {
     if (gGPUInstance) return true;
     if (!gGPUObjectRef) {
         const std::string path = gGPUModelPath.empty() ? GpuFilesPath + ".obj" : gGPUModelPath;
-        gGPUObjectRef = XPLMLoadObject(path.c_str());
+        gGPUObjectRef = api.loadObject(path.c_str());
         if (!gGPUObjectRef) return false;
         gGPUModelPath = path;
     }
-    gGPUInstance = XPLMCreateInstance(gGPUObjectRef, const_cast<const char**>(kNoInstanceData));
+    gGPUInstance = api.createInstance(gGPUObjectRef, const_cast<const char**>(kNoInstanceData));
     return gGPUInstance != nullptr;
 }
 
 float PlaceInstance() {
-    if (!Wanted() || !EnsureInstance()) {
+    const InstancingApi* api = HostInstancing();
+    if (!api || !Wanted() || !EnsureInstance(*api)) {
         ReleaseGPUInstance();
         return kStop;
     }
@@ -60,7 +61,7 @@ float PlaceInstance() {
     where.z = static_cast<float>(gpuZ);
     // The drawing callback turns the model by the negated heading; the instance looks the same.
     where.heading = static_cast<float>(-gpuHdg);
-    XPLMInstanceSetPosition(gGPUInstance, &where, nullptr);
+    api->setPosition(gGPUInstance, &where, nullptr);
     return kEveryFrame;
 }
 
@@ -77,8 +78,9 @@ void StartGPUInstance() {
 }
 
 void ReleaseGPUInstance() {
-    if (gGPUInstance) XPLMDestroyInstance(gGPUInstance);
+    const InstancingApi* api = HostInstancing(); // non-null whenever something was made through it
+    if (gGPUInstance && api) api->destroyInstance(gGPUInstance);
     gGPUInstance = nullptr;
-    if (gGPUObjectRef) XPLMUnloadObject(gGPUObjectRef);
+    if (gGPUObjectRef && api) api->unloadObject(gGPUObjectRef);
     gGPUObjectRef = nullptr;
 }

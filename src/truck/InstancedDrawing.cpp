@@ -52,9 +52,10 @@ float ReadSteering(void* /*refcon*/) {
 }
 
 void ReleaseInstance() {
-    if (gTruckInstance) XPLMDestroyInstance(gTruckInstance);
+    const InstancingApi* api = HostInstancing(); // non-null whenever something was made through it
+    if (gTruckInstance && api) api->destroyInstance(gTruckInstance);
     gTruckInstance = nullptr;
-    if (gTruckObject) XPLMUnloadObject(gTruckObject);
+    if (gTruckObject && api) api->unloadObject(gTruckObject);
     gTruckObject = nullptr;
     gTruckObjectPath.clear();
 }
@@ -74,12 +75,12 @@ void AdvanceWheels() {
 }
 
 /// Makes sure the instance shows the chosen truck's model; false when it cannot.
-bool EnsureInstance() {
+bool EnsureInstance(const InstancingApi& api) {
     const std::string path = truckFilesPath + PrefLastTruck + ".obj";
     if (gTruckInstance && path == gTruckObjectPath) return true;
     ReleaseInstance(); // none yet, or the truck choice changed
     if (path == gFailedPath) return false;
-    gTruckObject = XPLMLoadObject(path.c_str());
+    gTruckObject = api.loadObject(path.c_str());
     if (!gTruckObject) {
         gFailedPath = path;
         XPLMDebugString(("Kalvora: cannot load the truck model " + path + " as an object\n").c_str());
@@ -87,14 +88,15 @@ bool EnsureInstance() {
     }
     gFailedPath.clear();
     gTruckObjectPath = path;
-    gTruckInstance = XPLMCreateInstance(gTruckObject, const_cast<const char**>(kAnimationNames));
+    gTruckInstance = api.createInstance(gTruckObject, const_cast<const char**>(kAnimationNames));
     return gTruckInstance != nullptr;
 }
 
 float PlaceTruck() {
     AdvanceWheels();
+    const InstancingApi* api = HostInstancing();
     const bool shown = PrefDrawTruck && gKLVTruckMovementPhase != kTruckReserved && gKLVtheTruck.IsVisible();
-    if (!shown || !EnsureInstance()) {
+    if (!api || !shown || !EnsureInstance(*api)) {
         ReleaseInstance();
         return kEveryFrame;
     }
@@ -107,7 +109,7 @@ float PlaceTruck() {
     where.z = static_cast<float>(gKLVTruckZ);
     where.heading = myTruckHeading; // the drawn truck turns by -heading about +y, as an instance does
     const float data[kTruckAnimationDataRefCount] = {gWheelRotationDeg, theOffset};
-    XPLMInstanceSetPosition(gTruckInstance, &where, data);
+    api->setPosition(gTruckInstance, &where, data);
     return kEveryFrame;
 }
 
@@ -134,8 +136,7 @@ void UnregisterTruckAnimationDataRefs() {
 }
 
 bool UseTruckInstancing() {
-    return XPVersion >= kFirstVersionWithoutDrawPhases && XPLMFindSymbol("XPLMCreateInstance") &&
-           XPLMFindSymbol("XPLMInstanceSetPosition") && XPLMFindSymbol("XPLMLoadObject");
+    return HostInstancing() != nullptr;
 }
 
 float TruckInstanceCallBack(float /*elapsedSinceLastCall*/, float /*elapsedSinceLastLoop*/, int /*counter*/,

@@ -10,13 +10,12 @@
 // and the steering angle (the truck's steering offset).
 #pragma once
 
+#include "core/Instancing.h"
+
 /// Number of the truck's animation datarefs.
 constexpr int kTruckAnimationDataRefCount = 2;
 /// Name of animation dataref `index`, or nullptr.
 const char* TruckAnimationDataRefName(int index);
-
-/// First X-Plane version without the legacy 3-D drawing phases (11.50).
-constexpr int kFirstVersionWithoutDrawPhases = 11500;
 
 /// Publishes the animation datarefs (before any model that uses them is loaded).
 void RegisterTruckAnimationDataRefs();

@@ -4,6 +4,7 @@
 #  - every symbol it leaves undefined is X-Plane API, the C library (libc, libm,
 #    libdl, libpthread) or OpenGL, all of which the host process provides;
 #  - it needs no C++ runtime, libpng or zlib at run time (they are linked in);
+#  - it links no function that some supported hosts lack;
 #  - it has no STB_GNU_UNIQUE symbols, which would stop dlclose() unloading it.
 set -u
 xpl=${1:?usage: check_plugin_binary.sh Kalvora.xpl}
@@ -25,6 +26,15 @@ bad_undefined=$(nm -D --undefined-only "$xpl" | awk '$1 == "U" {print $2}' \
     | grep -v -E '^(__gmon_start__|_ITM_deregisterTMCloneTable|_ITM_registerTMCloneTable|__cxa_finalize)$' || true)
 if [ -n "$bad_undefined" ]; then
     say "undefined symbols the host does not provide:"; echo "$bad_undefined"; fail=1
+fi
+
+# Functions some supported hosts lack (the instancing API came with X-Plane 11.10,
+# the legacy buttons are gone from newer ones) are looked up at run time: linked
+# directly, they would stop the plug-in loading on those hosts.
+late=$(nm -D --undefined-only "$xpl" | awk '{print $2}' | grep -E \
+    '^(XPLMLoadObject|XPLMUnloadObject|XPLMCreateInstance|XPLMDestroyInstance|XPLMInstanceSetPosition|XPLMCommandButtonPress|XPLMCommandButtonRelease)$' || true)
+if [ -n "$late" ]; then
+    say "links functions that some hosts lack (look them up with XPLMFindSymbol):"; echo "$late"; fail=1
 fi
 
 needed=$(readelf -d "$xpl" | awk '/NEEDED/ {gsub(/[\[\]]/, "", $5); print $5}')
