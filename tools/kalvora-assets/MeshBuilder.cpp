@@ -24,6 +24,45 @@ constexpr float kTwoPi = 6.2831853f;
 constexpr int kTrisDepth = 8;   ///< x y z nx ny nz s t
 constexpr int kLightsDepth = 6; ///< x y z r g b
 
+// Animation keys. Hosts interpolate linearly between the two keys and extrapolate beyond them, so
+// the keys only fix the slope; they are put at the ends of each value's range to read plainly.
+constexpr float kSteeringKeyDeg = 11.0f; ///< the plug-in keeps its steering within +-11 degrees
+constexpr float kFullTurnDeg = 360.0f;   ///< the rolling value wraps at a full turn
+
+/// An animation step of a part: a rotation about `axis` (angle0 at value0, angle1 at value1) or,
+/// for a translation, the offset `axis` at both values.
+XObjAnim8 Step(const std::string& dataref, V3 axis, float angle0, float angle1, float value0, float value1) {
+    XObjAnim8 a;
+    a.dataref = dataref;
+    for (XObjAnimKey8& k : a.key) {
+        k.xyz[0] = axis.x;
+        k.xyz[1] = axis.y;
+        k.xyz[2] = axis.z;
+    }
+    a.key[0].angle = angle0;
+    a.key[1].angle = angle1;
+    a.key[0].value = value0;
+    a.key[1].value = value1;
+    return a;
+}
+
+/// Appends the animation record `a` to `obj` and the command `id` that points at it to `cmds`.
+void Animate(XObj8& obj, int id, const XObjAnim8& a, std::vector<XObjCmd8>& cmds) {
+    XObjCmd8 c{};
+    c.id = id;
+    c.idxOffset = static_cast<int32_t>(obj.animations.size());
+    obj.animations.push_back(a);
+    cmds.push_back(c);
+}
+
+XObjCmd8 Command(int id, int32_t offset = 0, int32_t count = 0) {
+    XObjCmd8 c{};
+    c.id = id;
+    c.idxOffset = offset;
+    c.idxCount = count;
+    return c;
+}
+
 } // namespace
 
 UV AtlasRect(int x0, int y0, int x1, int y1, int size) {
@@ -44,9 +83,19 @@ int MeshBuilder::vertex(V3 p, V3 n, float s, float t) {
 }
 
 void MeshBuilder::tri(int a, int b, int c) {
-    obj_.indices.push_back(a);
-    obj_.indices.push_back(b);
-    obj_.indices.push_back(c);
+    std::vector<int32_t>& to = inPart_ ? parts_.back().indices : staticIndices_;
+    to.push_back(a);
+    to.push_back(b);
+    to.push_back(c);
+}
+
+void MeshBuilder::beginWheelPart(V3 pivot, bool steers, const WheelDrive& drive) {
+    parts_.push_back({pivot, steers, drive, {}});
+    inPart_ = true;
+}
+
+void MeshBuilder::endPart() {
+    inPart_ = false;
 }
 
 void MeshBuilder::quad(V3 p0, V3 p1, V3 p2, V3 p3, V3 normal, UV uv) {
@@ -139,22 +188,36 @@ XObj8 MeshBuilder::finish(const std::string& texture, const std::string& texture
     XObj8 out = obj_;
     out.texture = texture;
     out.textureLit = textureLit;
+    out.indices = staticIndices_;
     XObjLOD8 lod; // one level without a range: drawn at every distance
-    XObjCmd8 reset{};
-    reset.id = attr_Reset;
-    lod.cmds.push_back(reset);
-    XObjCmd8 tris{};
-    tris.id = obj8_Tris;
-    tris.idxOffset = 0;
-    tris.idxCount = static_cast<int32_t>(out.indices.size());
-    lod.cmds.push_back(tris);
-    if (out.geoLights.count() > 0) {
-        XObjCmd8 lights{};
-        lights.id = obj8_Lights;
-        lights.idxOffset = 0;
-        lights.idxCount = out.geoLights.count();
-        lod.cmds.push_back(lights);
+    lod.cmds.push_back(Command(attr_Reset));
+    if (!staticIndices_.empty())
+        lod.cmds.push_back(Command(obj8_Tris, 0, static_cast<int32_t>(staticIndices_.size())));
+    for (const Part& p : parts_) {
+        if (p.indices.empty()) continue;
+        const int32_t first = static_cast<int32_t>(out.indices.size());
+        out.indices.insert(out.indices.end(), p.indices.begin(), p.indices.end());
+        lod.cmds.push_back(Command(anim_Begin));
+        // Every part opens with this constant step driven by the steering value, so the first
+        // animation of the file names the steering dataref. Our own drawer on older X-Plane
+        // versions looks up one dataref, the first it meets, and drives every animation of the model
+        // with it: led by steering, the wheels there at worst roll by a few degrees; led by the
+        // rolling value, the steered wheels would spin about +Y by up to a full turn.
+        Animate(out, anim_Translate, Step(p.drive.steering, p.pivot, 0, 0, 0, 1), lod.cmds);
+        // Right-hand rule: a positive angle about +Y turns -Z towards -X, so steering clockwise seen
+        // from above (to +X) is a negative angle; a positive angle about +X lifts -Z, so rolling
+        // forward (the tyre's top to -Z) is a negative angle too.
+        if (p.steers)
+            Animate(out, anim_Rotate,
+                    Step(p.drive.steering, {0, 1, 0}, kSteeringKeyDeg, -kSteeringKeyDeg, -kSteeringKeyDeg,
+                         kSteeringKeyDeg),
+                    lod.cmds);
+        Animate(out, anim_Rotate, Step(p.drive.rolling, {1, 0, 0}, 0, -kFullTurnDeg, 0, kFullTurnDeg),
+                lod.cmds);
+        lod.cmds.push_back(Command(obj8_Tris, first, static_cast<int32_t>(p.indices.size())));
+        lod.cmds.push_back(Command(anim_End));
     }
+    if (out.geoLights.count() > 0) lod.cmds.push_back(Command(obj8_Lights, 0, out.geoLights.count()));
     out.lods.push_back(lod);
     return out;
 }

@@ -14,6 +14,14 @@ void GroundWheel(MeshBuilder& m, const AtlasSkin& s, float x, float z, float r, 
     m.wheel({x, kGroundY + r, z}, r, width, kWheelSegments, s.tread, s.hub);
 }
 
+/// A tug's wheel of radius r on the apron that rolls with the tug and, when `steers`, steers.
+void TugWheel(MeshBuilder& m, const AtlasSkin& s, float x, float z, float r, float width, bool steers) {
+    static const WheelDrive kTugDrive{kSteeringDataref, kWheelRotationDataref};
+    m.beginWheelPart({x, kGroundY + r, z}, steers, kTugDrive);
+    m.wheel({0, 0, 0}, r, width, kWheelSegments, s.tread, s.hub);
+    m.endPart();
+}
+
 } // namespace
 
 XObj8 TowBarTug() {
@@ -46,9 +54,10 @@ XObj8 TowBarTug() {
         m.box({x - 0.14f, g + 0.62f, front - 0.02f}, {x + 0.14f, g + 0.80f, front + 0.02f}, s.headlamp);
         m.box({x - 0.10f, g + 0.60f, rear - 0.02f}, {x + 0.10f, g + 0.72f, rear + 0.01f}, s.beacon);
     }
+    const float steeredZ = front - 0.75f; // the axle nearer the aircraft steers
     for (float x : {-1.00f, 1.00f})
-        for (float z : {front - 0.75f, rear + 0.95f})
-            GroundWheel(m, s, x, z, 0.45f, 0.35f);
+        for (float z : {steeredZ, rear + 0.95f})
+            TugWheel(m, s, x, z, 0.45f, 0.35f, z == steeredZ);
     m.light({0.0f, g + 2.45f, rear + 2.52f}, 1.0f, 0.55f, 0.05f);
     m.light({-0.70f, g + 0.71f, front + 0.05f}, 1.0f, 1.0f, 0.9f);
     m.light({0.70f, g + 0.71f, front + 0.05f}, 1.0f, 1.0f, 0.9f);
@@ -86,9 +95,10 @@ XObj8 TowbarlessTug() {
         m.box({x - 0.16f, g + 0.55f, armTip + 0.12f}, {x + 0.16f, g + 0.75f, armTip + 0.15f}, s.headlamp);
         m.box({x - 0.12f, g + 0.55f, rear - 0.15f}, {x + 0.12f, g + 0.70f, rear - 0.12f}, s.beacon);
     }
+    const float steeredZ = -2.10f; // the axle nearer the aircraft steers
     for (float x : {-1.90f, 1.90f})
-        for (float z : {-2.10f, rear + 1.00f})
-            GroundWheel(m, s, x, z, 0.55f, 0.45f);
+        for (float z : {steeredZ, rear + 1.00f})
+            TugWheel(m, s, x, z, 0.55f, 0.45f, z == steeredZ);
     m.light({1.12f, g + 2.30f, rear + 1.02f}, 1.0f, 0.55f, 0.05f);
     m.light({-1.40f, g + 0.65f, armTip + 0.18f}, 1.0f, 1.0f, 0.9f);
     m.light({1.40f, g + 0.65f, armTip + 0.18f}, 1.0f, 1.0f, 0.9f);

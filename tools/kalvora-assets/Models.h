@@ -11,9 +11,16 @@ namespace assets {
 
 constexpr float kGroundY = -1.0f; ///< the apron, metres below the model's origin
 
-/// A compact tow-bar tug: tow bar from the origin forward (-Z) to a 3.6 m tug.
+/// The tug's steering against the aircraft, degrees within +-11, positive clockwise seen from above;
+/// the plug-in publishes it and lists it for its tug instance.
+constexpr const char* kSteeringDataref = "halvern/kalvora/truck/steering_deg";
+/// How far the tug's wheels have rolled, degrees [0, 360), growing while the tug drives to -Z.
+constexpr const char* kWheelRotationDataref = "halvern/kalvora/truck/wheel_rotation_deg";
+
+/// A compact tow-bar tug: tow bar from the origin forward (-Z) to a 3.6 m tug; all four wheels roll,
+/// the pair nearer the aircraft steers.
 XObj8 TowBarTug();
-/// A larger towbarless tug whose cradle (around the origin) takes the nose wheel.
+/// A larger towbarless tug whose cradle (around the origin) takes the nose wheel; wheels as above.
 XObj8 TowbarlessTug();
 /// The ground power unit: a cart on four wheels with its cable to the aircraft's nose.
 XObj8 GroundPowerUnit();

@@ -1,0 +1,177 @@
+// A shipped tug model drawn by ObjDraw8 and read back corner by corner through
+// OpenGL feedback, in the model's own frame (metres): the body's triangles and
+// each wheel's, so tests can see how far and which way every part moved.
+#pragma once
+
+#include "SceneFixture.h"
+#include "TugParts.h"
+
+#include "objects/Obj8Reader.h"
+#include "objects/Obj8Validate.h"
+#include "objects/ObjDraw8.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace kalvora_scene_test {
+
+constexpr float kBoxM = 20.0f;       ///< half size of the orthographic box the tug is drawn in, metres
+constexpr double kSameM = 2e-3;      ///< two drawn corners closer than this are the same, metres
+constexpr double kAngleTolDeg = 0.3; ///< tolerance of an angle measured from drawn corners
+constexpr double kMinArmM = 0.1;     ///< corners nearer a rotation axis than this give no angle
+constexpr double kRadPerDeg = 0.017453292519943295;
+
+/// A drawn point, metres in the model frame.
+struct P3 {
+    double x, y, z;
+};
+/// The triangle corners of a part as drawn, in index order.
+using Corners = std::vector<P3>;
+
+/// What one draw put where: the body, then each wheel in file order.
+struct Drawn {
+    Corners body;
+    std::vector<Corners> wheels;
+};
+
+/// The values a drawer is given, by dataref name.
+struct Drive {
+    float steeringDeg = 0;
+    float rollingDeg = 0;
+};
+
+/// A GetAnimParam that answers each of the tug's datarefs with its own value from the Drive at `ref`.
+inline float DriveByName(const char* dataref, float, float, void* ref) {
+    const Drive& d = *static_cast<const Drive*>(ref);
+    if (std::strcmp(dataref, kSteeringRef) == 0) return d.steeringDeg;
+    if (std::strcmp(dataref, kRollingRef) == 0) return d.rollingDeg;
+    ADD_FAILURE() << "animated by " << dataref;
+    return 0;
+}
+
+inline P3 Centre(const Corners& c) {
+    P3 m{0, 0, 0};
+    for (const P3& p : c) {
+        m.x += p.x / c.size();
+        m.y += p.y / c.size();
+        m.z += p.z / c.size();
+    }
+    return m;
+}
+
+inline double Distance(const P3& a, const P3& b) {
+    return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y) + (a.z - b.z) * (a.z - b.z));
+}
+
+/// Largest distance between corresponding corners (huge when the counts differ).
+inline double Moved(const Corners& a, const Corners& b) {
+    if (a.size() != b.size()) return 1e9;
+    double m = 0;
+    for (size_t i = 0; i < a.size(); ++i)
+        m = std::max(m, Distance(a[i], b[i]));
+    return m;
+}
+
+/// Signed angle (degrees) turning u into v, in a plane whose first axis turns positively to its second.
+inline double TurnDeg(double u1, double u2, double v1, double v2) {
+    return std::atan2(u1 * v2 - u2 * v1, u1 * v1 + u2 * v2) / kRadPerDeg;
+}
+
+/// `p` turned by `deg` about the vertical line through `c` (right-hand rule about +Y: Z turns to X).
+inline P3 TurnAboutY(const P3& p, const P3& c, double deg) {
+    const double s = std::sin(deg * kRadPerDeg), k = std::cos(deg * kRadPerDeg);
+    const double dx = p.x - c.x, dz = p.z - c.z;
+    return {c.x + dx * k + dz * s, p.y, c.z - dx * s + dz * k};
+}
+
+class TugDrawTest : public SceneTest {
+protected:
+    /// Reads and validates assets/Kalvora/<name>.obj and notes which of its wheels steer.
+    void LoadTug(const std::string& name) {
+        const std::string path = kShippedAssets + name + ".obj";
+        obj_ = XObj8();
+        steers_.clear();
+        ASSERT_TRUE(XObj8Read(path.c_str(), obj_)) << path;
+        ASSERT_TRUE(XObj8Validate(obj_, nullptr)) << path;
+        std::vector<XObjCmd8> body;
+        std::vector<AnimatedGroup> groups;
+        ASSERT_TRUE(SplitLevel(obj_.lods.at(0), body, groups)) << path;
+        for (const AnimatedGroup& g : groups) {
+            bool steers = false;
+            for (const XObjCmd8& s : g.steps)
+                steers =
+                    steers || (s.id == anim_Rotate && obj_.animations.at(s.idxOffset).key[0].xyz[1] != 0);
+            steers_.push_back(steers);
+        }
+    }
+
+    /// Draws the tug with the given values by name.
+    Drawn DrawTug(Drive d) {
+        ObjDrawFuncs_t f{Default_SetupPoly,  Default_SetupLine, Default_SetupLight,      Default_SetupMovie,
+                         Default_SetupPanel, Default_TexCoord,  Default_TexCoordPointer, DriveByName};
+        return DrawTug(&f, &d);
+    }
+
+    /// Draws the tug through `funcs` (null: the defaults) and reads back where every corner landed.
+    Drawn DrawTug(ObjDrawFuncs_t* funcs, void* ref) {
+        constexpr int kFloatsPerCorner = 3; // GL_3D feedback: window x, y, depth
+        std::vector<GLfloat> feedback(obj_.indices.size() * 4 + obj_.geoLights.count() * 4 + 64);
+        GLint viewport[4] = {};
+        GLint floats = -1;
+        Render([&] {
+            glMatrixMode(GL_PROJECTION);
+            glPushMatrix();
+            glLoadIdentity();
+            glOrtho(-kBoxM, kBoxM, -kBoxM, kBoxM, -kBoxM, kBoxM);
+            glMatrixMode(GL_MODELVIEW);
+            glPushMatrix();
+            glLoadIdentity();
+            glDisable(GL_CULL_FACE); // every triangle comes back, whichever way it faces
+            glGetIntegerv(GL_VIEWPORT, viewport);
+            glFeedbackBuffer(static_cast<GLsizei>(feedback.size()), GL_3D, feedback.data());
+            glRenderMode(GL_FEEDBACK);
+            ObjDraw8(obj_, 0, funcs, ref);
+            floats = glRenderMode(GL_RENDER);
+            glMatrixMode(GL_PROJECTION);
+            glPopMatrix();
+            glMatrixMode(GL_MODELVIEW);
+            glPopMatrix();
+        });
+        // Window coordinates back to model metres: the inverse of the box's projection and the viewport.
+        Corners all;
+        for (GLint i = 0; i < floats;) {
+            const bool polygon = static_cast<int>(feedback[i]) == GL_POLYGON_TOKEN;
+            const int corners = polygon ? static_cast<int>(feedback[i + 1]) : 0;
+            i += polygon ? 2 : 1 + kFloatsPerCorner; // points (the lights) are skipped
+            for (int k = 0; k < corners; ++k, i += kFloatsPerCorner)
+                all.push_back({((feedback[i] - viewport[0]) / viewport[2] * 2 - 1) * kBoxM,
+                               ((feedback[i + 1] - viewport[1]) / viewport[3] * 2 - 1) * kBoxM,
+                               -(feedback[i + 2] * 2 - 1) * kBoxM});
+        }
+        EXPECT_GT(floats, 0) << "feedback buffer large enough";
+        EXPECT_EQ(all.size(), obj_.indices.size()) << "every triangle drawn whole";
+        // Triangles come back in drawing order: the body's TRIS, then each wheel's.
+        Drawn out;
+        std::vector<XObjCmd8> body;
+        std::vector<AnimatedGroup> groups;
+        SplitLevel(obj_.lods.at(0), body, groups);
+        size_t next = 0;
+        auto take = [&](const std::vector<XObjCmd8>& tris, Corners& into) {
+            for (const XObjCmd8& t : tris)
+                for (int k = 0; k < t.idxCount && next < all.size(); ++k)
+                    into.push_back(all[next++]);
+        };
+        take(body, out.body);
+        for (const AnimatedGroup& g : groups) {
+            out.wheels.emplace_back();
+            take(g.tris, out.wheels.back());
+        }
+        return out;
+    }
+
+    XObj8 obj_;
+    std::vector<bool> steers_; ///< per wheel, in file order
+};
+
+} // namespace kalvora_scene_test
