@@ -55,6 +55,7 @@ void Animate(XObj8& obj, int id, const XObjAnim8& a, std::vector<XObjCmd8>& cmds
     cmds.push_back(c);
 }
 
+/// A command, with the index range (or light range) it draws.
 XObjCmd8 Command(int id, int32_t offset = 0, int32_t count = 0) {
     XObjCmd8 c{};
     c.id = id;
@@ -199,10 +200,11 @@ XObj8 MeshBuilder::finish(const std::string& texture, const std::string& texture
         out.indices.insert(out.indices.end(), p.indices.begin(), p.indices.end());
         lod.cmds.push_back(Command(anim_Begin));
         // Every part opens with this constant step driven by the steering value, so the first
-        // animation of the file names the steering dataref. Our own drawer on older X-Plane
-        // versions looks up one dataref, the first it meets, and drives every animation of the model
-        // with it: led by steering, the wheels there at worst roll by a few degrees; led by the
-        // rolling value, the steered wheels would spin about +Y by up to a full turn.
+        // animation of the file names the steering dataref. Before X-Plane 11.50 the plug-in draws
+        // the tug itself, and its default animation driver looks up one dataref, the first it meets,
+        // and drives every animation of the model with it: led by steering (at most 11 degrees), the
+        // wheels there at worst roll by a few degrees; led by the rolling value, the steered wheels
+        // would spin about +Y by up to a full turn.
         Animate(out, anim_Translate, Step(p.drive.steering, p.pivot, 0, 0, 0, 1), lod.cmds);
         // Right-hand rule: a positive angle about +Y turns -Z towards -X, so steering clockwise seen
         // from above (to +X) is a negative angle; a positive angle about +X lifts -Z, so rolling

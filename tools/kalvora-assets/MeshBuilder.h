@@ -40,7 +40,7 @@ struct BoxSkin {
 
 /// The two values, by dataref name, that move a wheel part.
 struct WheelDrive {
-    std::string steering; ///< degrees, positive steers clockwise seen from above (to +X when rolling to -Z)
+    std::string steering; ///< degrees, positive clockwise seen from above (a wheel facing -Z turns to +X)
     std::string rolling;  ///< degrees the wheel has rolled, growing while it rolls forward (to -Z)
 };
 
