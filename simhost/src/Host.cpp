@@ -431,6 +431,12 @@ void Host::loadScenery() {
     sendToPlugin(XPLM_NO_PLUGIN_ID, kMsgSceneryLoaded, nullptr, 0);
 }
 
+void Host::shiftLocalOrigin(double refLatDeg, double refLonDeg) {
+    HostCore& c = impl_->core;
+    worldShiftOrigin(c, refLatDeg, refLonDeg);
+    record("world", "local origin moved to " + std::to_string(refLat(c)) + ", " + std::to_string(refLon(c)));
+}
+
 // ---------------------------------------------------------------- menus
 std::string Host::menuTree() const {
     return menuTreeText();

@@ -191,6 +191,7 @@ struct InstanceRec {
     int owner = 0;
     ObjectRec* object = nullptr;
     bool alive = true;
+    bool autoShift = false; ///< XPLMInstanceSetAutoShift: the host keeps it in place when the origin moves
     InstanceInfo info;
 };
 /// An XPLMLoadObjectAsync request, answered at the start of the next frame.
@@ -269,16 +270,20 @@ struct HostCore {
     std::set<const void*> probes; ///< live XPLMProbeRef values
     int nextProbe = 1;
     WorldRec world;
+    /// The local frame's reference point (its origin at sea level), degrees, single precision as
+    /// X-Plane publishes it in lat_ref/lon_ref. Kept as float: GCC 12 at -O2 may drop a pair of
+    /// double-to-float-to-double round trips assigned side by side, so a double would keep the digits.
+    float refLatDeg = 0, refLonDeg = 0;
     Aircraft aircraft;
     size_t datarefsAnnounced = 0; ///< dataref count last sent with XPLM_MSG_DATAREFS_ADDED
 };
 
 /// The local frame's reference point as X-Plane publishes it (lat_ref/lon_ref are floats), degrees.
 inline double refLat(const HostCore& c) {
-    return static_cast<float>(c.opt.startLatDeg);
+    return c.refLatDeg;
 }
 inline double refLon(const HostCore& c) {
-    return static_cast<float>(c.opt.startLonDeg);
+    return c.refLonDeg;
 }
 
 /// The live host's state, or nullptr when no Host exists.
@@ -328,6 +333,7 @@ void worldStep(HostCore& c, double dtSeconds);                               // 
 void worldPushEdits(HostCore& c);                                            // World.cpp
 void worldPullState(HostCore& c);                                            // World.cpp
 void worldSetAttitude(HostCore& c, double psi, double theta, double phi);    // World.cpp
+void worldShiftOrigin(HostCore& c, double refLatDeg, double refLonDeg);      // World.cpp
 double worldParkedHeight(const HostCore& c);                                 // World.cpp
 void drawFrame(HostCore& c);                                                 // Display.cpp
 void routeKey(char ch, int flags, char vkey);                                // Display.cpp

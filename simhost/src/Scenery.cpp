@@ -311,8 +311,12 @@ void XPLMInstanceSetPositionDouble(XPLMInstanceRef instance, const XPLMDrawInfoD
 }
 
 void XPLMInstanceSetAutoShift(XPLMInstanceRef instance) {
-    // simhost never moves its local origin, so there is nothing to shift; the handle is still checked.
-    if (!validInstance(instance)) apiError("XPLMInstanceSetAutoShift: not an instance");
+    InstanceRec* i = validInstance(instance);
+    if (!i) {
+        apiError("XPLMInstanceSetAutoShift: not an instance");
+        return;
+    }
+    i->autoShift = true;
 }
 
 } // extern "C"

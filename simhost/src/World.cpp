@@ -85,6 +85,9 @@ void worldReset(HostCore& c) {
     std::fill(tail.begin(), tail.end(), '\0');
     std::copy_n(a.tailNumber.begin(), std::min(a.tailNumber.size(), tail.size() - 1), tail.begin());
 
+    // The aircraft starts on the apron at the origin of an unmoved local frame.
+    c.refLatDeg = static_cast<float>(c.opt.startLatDeg);
+    c.refLonDeg = static_cast<float>(c.opt.startLonDeg);
     c.world.groundY = c.opt.startElevationM;
     c.world.holdAgl = -1;
     c.world.commandedSpeed = 0;
@@ -123,6 +126,29 @@ void worldReset(HostCore& c) {
 
 void worldSetAttitude(HostCore& c, double psi, double theta, double phi) {
     writeAttitude(c, psi, theta, phi);
+}
+
+void worldShiftOrigin(HostCore& c, double refLatDeg, double refLonDeg) {
+    const double oldLat = refLat(c), oldLon = refLon(c);
+    const float newLat = static_cast<float>(refLatDeg), newLon = static_cast<float>(refLonDeg);
+    // Same spot of the world, coordinates of the new frame.
+    auto move = [&](double& x, double& y, double& z) {
+        double lat = 0, lon = 0, alt = 0;
+        localToWorld(oldLat, oldLon, x, y, z, lat, lon, alt);
+        worldToLocal(newLat, newLon, lat, lon, alt, x, y, z);
+    };
+    move(val(c, "sim/flightmodel/position/local_x"), val(c, "sim/flightmodel/position/local_y"),
+         val(c, "sim/flightmodel/position/local_z"));
+    double y = 0;
+    move(c.world.prevX, y, c.world.prevZ); // the ground speed sees no jump
+    // Instances stay at their old coordinates, now another spot, unless they asked to be shifted.
+    for (InstanceRec& i : c.instances)
+        if (i.alive && i.autoShift) move(i.info.x, i.info.y, i.info.z);
+    c.refLatDeg = newLat;
+    c.refLonDeg = newLon;
+    val(c, "sim/flightmodel/position/lat_ref") = newLat;
+    val(c, "sim/flightmodel/position/lon_ref") = newLon;
+    updateGeodetic(c);
 }
 
 double worldParkedHeight(const HostCore& c) {

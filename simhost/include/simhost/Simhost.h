@@ -191,6 +191,11 @@ public:
     void loadAircraft(const std::string& profile);
     void loadAirport(); ///< sends XPLM_MSG_AIRPORT_LOADED (103)
     void loadScenery(); ///< sends XPLM_MSG_SCENERY_LOADED (104)
+    /// Moves the local frame's origin to a new reference point (degrees), as X-Plane does when the
+    /// aircraft gets far from it: lat_ref/lon_ref change, the aircraft keeps its place in the world
+    /// under new local coordinates, and object instances keep their old coordinates (so stand
+    /// somewhere else) unless XPLMInstanceSetAutoShift was called for them. No message is sent.
+    void shiftLocalOrigin(double refLatDeg, double refLonDeg);
 
     // ---- menus ----
     std::string menuTree() const;
