@@ -10,6 +10,7 @@
 #include "core/Commands.h"
 #include "core/CrewMessages.h"
 #include "core/DataRefToolRegistration.h"
+#include "core/LocalOrigin.h"
 #include "core/PluginMenu.h"
 #include "core/PluginServices.h"
 #include "core/PluginState.h"
@@ -206,6 +207,7 @@ void Enable() {
     else
         KLVLogWrite(("[WRNG] Failed to load GPU object or textures " + GpuFilesPath + "\n").c_str());
 
+    ForgetLocalOrigin();
     StartTruckInstancing();
 
     TruckViewHK = XPLMRegisterHotKey(static_cast<char>(static_cast<signed char>(PrefTruckViewKey)),
@@ -219,6 +221,7 @@ void Disable() {
     if (TruckViewHK) XPLMUnregisterHotKey(TruckViewHK);
     TruckViewHK = nullptr;
     StopTruckInstancing();
+    ForgetLocalOrigin();
     ReleaseGPUInstance(); // made again by its flight loop once enabled, if the GPU is still shown
     DebugLine("disabled");
 }

@@ -11,6 +11,7 @@
 #include "core/CallbackGuard.h"
 #include "core/GpuPosition.h"
 #include "core/Instancing.h"
+#include "core/LocalOrigin.h"
 #include "core/PluginState.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
@@ -49,6 +50,7 @@ bool EnsureInstance(const InstancingApi& api) {
 }
 
 float PlaceInstance() {
+    FollowLocalOrigin();
     const InstancingApi* api = HostInstancing();
     if (!api || !Wanted() || !EnsureInstance(*api)) {
         ReleaseGPUInstance();

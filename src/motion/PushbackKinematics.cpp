@@ -1,6 +1,7 @@
 #include "motion/PushbackKinematics.h"
 
 #include "XPLMUtilities.h"
+#include "core/LocalOrigin.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
 #include "core/TruncateToInt.h"
@@ -48,6 +49,7 @@ constexpr float kWideAngle = 75.0f; // degrees
 constexpr float kNarrowAngle = 15.0f;
 
 void StepPlane() {
+    FollowLocalOrigin(); // the end point must be in the frame the aircraft is read in
     double x = 0.0, z = 0.0;
     float psi = 0.0f;
     GetPlaneXZPsi(&x, &z, &psi);

@@ -6,6 +6,7 @@
 #include "XPLMScenery.h"
 #include "XPLMUtilities.h"
 #include "core/CallbackGuard.h"
+#include "core/LocalOrigin.h"
 #include "core/PluginState.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
@@ -32,7 +33,7 @@ const char* const kAnimationNames[kTruckAnimationDataRefCount + 1] = {
     "halvern/kalvora/truck/wheel_rotation_deg", "halvern/kalvora/truck/steering_deg", nullptr};
 
 XPLMDataRef gAnimationRefs[kTruckAnimationDataRefCount] = {};
-float gWheelRotationDeg = 0.0f; ///< [0, 360)
+float gWheelRotationDeg = 0.0f; ///< [0, 360); grows as the truck drives forward, shrinks as it backs
 double gLastX = 0.0, gLastZ = 0.0;
 bool gHaveLast = false;
 
@@ -60,13 +61,19 @@ void ReleaseInstance() {
     gTruckObjectPath.clear();
 }
 
-/// Turns the wheels by the distance the truck moved since the last frame.
+/// Turns the wheels by the distance the truck moved along its own heading since the last frame.
 void AdvanceWheels() {
     if (gHaveLast) {
-        const double metres = std::hypot(gKLVTruckX - gLastX, gKLVTruckZ - gLastZ);
-        if (metres < kJumpMetres) {
-            const double turned = gWheelRotationDeg + metres / kWheelRadiusMetres * kDegreesPerRadian;
-            gWheelRotationDeg = static_cast<float>(std::fmod(turned, kFullTurnDegrees));
+        const double dx = gKLVTruckX - gLastX, dz = gKLVTruckZ - gLastZ;
+        if (std::hypot(dx, dz) < kJumpMetres) {
+            // Forward is the heading's direction: heading 0 looks along -z (north), 90 along +x (east).
+            const double heading = myTruckHeading / kDegreesPerRadian;
+            const double forwardMetres = dx * std::sin(heading) - dz * std::cos(heading);
+            double turned = std::fmod(
+                gWheelRotationDeg + forwardMetres / kWheelRadiusMetres * kDegreesPerRadian, kFullTurnDegrees);
+            if (turned < 0.0) turned += kFullTurnDegrees;
+            gWheelRotationDeg = static_cast<float>(turned);
+            if (gWheelRotationDeg >= kFullTurnDegrees) gWheelRotationDeg = 0.0f; // rounded up to a full turn
         }
     }
     gLastX = gKLVTruckX;
@@ -93,6 +100,7 @@ bool EnsureInstance(const InstancingApi& api) {
 }
 
 float PlaceTruck() {
+    FollowLocalOrigin();
     AdvanceWheels();
     const InstancingApi* api = HostInstancing();
     const bool shown = PrefDrawTruck && gKLVTruckMovementPhase != kTruckReserved && gKLVtheTruck.IsVisible();

@@ -5,6 +5,7 @@
 #include "XPLMUtilities.h"
 #include "core/CallbackGuard.h"
 #include "core/CrewMessages.h"
+#include "core/LocalOrigin.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
 #include "motion/AircraftPlacement.h"
@@ -118,6 +119,7 @@ bool DriveAway(float now) {
 }
 
 float TruckStep() {
+    FollowLocalOrigin(); // the truck must be in the frame the gear is read in
     const float now = static_cast<float>(GetTimePrecise());
     if (now <= theLastTime) return kContinue;
     // The interval shrinks before the floor is tested, so it may dip below the floor for one step.
