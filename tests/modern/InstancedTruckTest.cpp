@@ -67,7 +67,8 @@ TEST_F(InstancedTruck, CarriesItsAnimationValuesAndListsThePublishedAnimationDat
     EXPECT_TRUE(host->exists("halvern/kalvora/truck/steering_deg"));
     ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/Push straight back"));
     host->set(kParkBrake, 0);
-    bool turned = false;
+    double rolledDeg = 0; // summed frame by frame, so the wrap at 360 does not count
+    float last = -1;
     host->runUntil(
         [&] {
             const std::vector<simhost::InstanceInfo> tug = Instances("KLVdefault.obj");
@@ -76,14 +77,18 @@ TEST_F(InstancedTruck, CarriesItsAnimationValuesAndListsThePublishedAnimationDat
                                                    "halvern/kalvora/truck/steering_deg"};
             EXPECT_EQ(tug[0].datarefs, want);
             if (tug[0].data.size() != 2) return true;
-            EXPECT_GE(tug[0].data[0], 0.0f);
-            EXPECT_LT(tug[0].data[0], 360.0f);
+            const float wheel = tug[0].data[0];
+            EXPECT_GE(wheel, 0.0f);
+            EXPECT_LT(wheel, 360.0f);
             EXPECT_NEAR(tug[0].data[1], host->getf("halvern/kalvora/truck/steering_deg"), 1e-4);
-            turned = turned || tug[0].data[0] > 1.0f;
-            return turned;
+            if (last >= 0) rolledDeg += std::remainder(wheel - last, 360.0);
+            last = wheel;
+            return std::fabs(rolledDeg) > 720.0;
         },
         120);
-    EXPECT_TRUE(turned) << "the wheels turn as the truck drives up";
+    // The truck drives up to the nose gear against its heading (it stands ahead of the aircraft,
+    // facing the same way): the wheels roll backwards.
+    EXPECT_LT(rolledDeg, -720.0) << "the wheels turn backwards as the truck drives up";
 }
 
 TEST_F(InstancedTruck, NotMadeWhenTheTruckIsNotDrawn) {
