@@ -57,7 +57,7 @@ XObj8 TowBarTug() {
     const float steeredZ = front - 0.75f; // the axle nearer the aircraft steers
     for (float x : {-1.00f, 1.00f})
         for (float z : {steeredZ, rear + 0.95f})
-            TugWheel(m, s, x, z, 0.45f, 0.35f, z == steeredZ);
+            TugWheel(m, s, x, z, kTugTyreRadiusM, 0.35f, z == steeredZ);
     m.light({0.0f, g + 2.45f, rear + 2.52f}, 1.0f, 0.55f, 0.05f);
     m.light({-0.70f, g + 0.71f, front + 0.05f}, 1.0f, 1.0f, 0.9f);
     m.light({0.70f, g + 0.71f, front + 0.05f}, 1.0f, 1.0f, 0.9f);
@@ -98,7 +98,7 @@ XObj8 TowbarlessTug() {
     const float steeredZ = -2.10f; // the axle nearer the aircraft steers
     for (float x : {-1.90f, 1.90f})
         for (float z : {steeredZ, rear + 1.00f})
-            TugWheel(m, s, x, z, 0.55f, 0.45f, z == steeredZ);
+            TugWheel(m, s, x, z, kTugTyreRadiusM, 0.45f, z == steeredZ);
     m.light({1.12f, g + 2.30f, rear + 1.02f}, 1.0f, 0.55f, 0.05f);
     m.light({-1.40f, g + 0.65f, armTip + 0.18f}, 1.0f, 1.0f, 0.9f);
     m.light({1.40f, g + 0.65f, armTip + 0.18f}, 1.0f, 1.0f, 0.9f);

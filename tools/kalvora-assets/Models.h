@@ -16,6 +16,9 @@ constexpr float kGroundY = -1.0f; ///< the apron, metres below the model's origi
 constexpr const char* kSteeringDataref = "halvern/kalvora/truck/steering_deg";
 /// How far the tug's wheels have rolled, degrees [0, 360), growing while the tug drives to -Z.
 constexpr const char* kWheelRotationDataref = "halvern/kalvora/truck/wheel_rotation_deg";
+/// Tyre radius of both tugs, metres: the plug-in reckons the rolling value for this radius, so the
+/// tyres neither slip nor skid on the apron.
+constexpr float kTugTyreRadiusM = 0.4f;
 
 /// A compact tow-bar tug: tow bar from the origin forward (-Z) to a 3.6 m tug; all four wheels roll,
 /// the pair nearer the aircraft steers.
