@@ -1,5 +1,7 @@
 // Validation of an OBJ8 model. Cost: one pass over the commands plus one look at
-// every index a TRIS or LINES range covers.
+// every index a TRIS or LINES range covers. Animation blocks must pair up within
+// each level: the drawer pushes a matrix at ANIM_begin and pops it at ANIM_end,
+// so an unpaired one would leave the host's matrix stack changed.
 #include "objects/Obj8Validate.h"
 
 #include <cstdint>
@@ -23,6 +25,10 @@ bool DepthIs(const ObjPointPool& pool, int depth) {
     return pool.data.empty() || (pool.depth == depth && pool.data.size() % static_cast<size_t>(depth) == 0);
 }
 
+/// Deepest ANIM_begin nesting accepted. Each level is a pushed modelview matrix, and OpenGL promises
+/// only 32 of them, some taken by the host before the model is drawn.
+constexpr int kMaxAnimationDepth = 16;
+
 bool RangeInside(int32_t offset, int32_t count, int64_t size) {
     return offset >= 0 && count >= 0 && static_cast<int64_t>(offset) + count <= size;
 }
@@ -38,9 +44,21 @@ bool XObj8Validate(const XObj8& obj, std::string* why) {
     const int64_t indexCount = static_cast<int64_t>(obj.indices.size());
     for (size_t l = 0; l < obj.lods.size(); ++l) {
         const std::vector<XObjCmd8>& cmds = obj.lods[l].cmds;
+        int depth = 0; // open ANIM_begin blocks: each one is a matrix pushed by the drawer
         for (size_t c = 0; c < cmds.size(); ++c) {
             const XObjCmd8& cmd = cmds[c];
             switch (cmd.id) {
+            case anim_Begin:
+                if (++depth > kMaxAnimationDepth) {
+                    std::ostringstream s;
+                    s << Where(l, c, "ANIM_begin") << ": animations nested deeper than "
+                      << kMaxAnimationDepth;
+                    return Fail(why, s.str());
+                }
+                break;
+            case anim_End:
+                if (--depth < 0) return Fail(why, Where(l, c, "ANIM_end") + ": no ANIM_begin to close");
+                break;
             case obj8_Tris:
             case obj8_Lines: {
                 const char* what = cmd.id == obj8_Tris ? "TRIS" : "LINES";
@@ -82,6 +100,11 @@ bool XObj8Validate(const XObj8& obj, std::string* why) {
             default:
                 break;
             }
+        }
+        if (depth > 0) {
+            std::ostringstream s;
+            s << "level " << l << ": " << depth << " ANIM_begin without ANIM_end";
+            return Fail(why, s.str());
         }
     }
     if (why) why->clear();

@@ -68,6 +68,48 @@ TEST(Obj8Validate, RefusesEachWayOfReadingOutside) {
     }
 }
 
+/// Appends a command with only its id set.
+void Add(XObj8& o, int id, size_t lod = 0) {
+    XObjCmd8 c{};
+    c.id = id;
+    o.lods[lod].cmds.push_back(c);
+}
+
+TEST(Obj8Validate, AnimationBlocksPairUpWithinEachLevel) {
+    XObj8 o = ValidObject();
+    Add(o, anim_Begin);
+    Add(o, anim_Begin);
+    Add(o, anim_End);
+    Add(o, anim_End);
+    EXPECT_TRUE(XObj8Validate(o, nullptr)) << "nested and closed";
+
+    std::string why;
+    XObj8 unclosed = o;
+    Add(unclosed, anim_Begin);
+    EXPECT_FALSE(XObj8Validate(unclosed, &why));
+    EXPECT_NE(why.find("without ANIM_end"), std::string::npos) << why;
+
+    XObj8 stray = o;
+    Add(stray, anim_End);
+    EXPECT_FALSE(XObj8Validate(stray, &why));
+    EXPECT_NE(why.find("no ANIM_begin"), std::string::npos) << why;
+
+    // A block opened in one level cannot be closed in the next: each level is drawn alone.
+    XObj8 split = ValidObject();
+    split.lods.emplace_back();
+    Add(split, anim_Begin, 0);
+    Add(split, anim_End, 1);
+    EXPECT_FALSE(XObj8Validate(split, &why));
+
+    XObj8 deep = ValidObject();
+    for (int i = 0; i < 17; ++i)
+        Add(deep, anim_Begin);
+    for (int i = 0; i < 17; ++i)
+        Add(deep, anim_End);
+    EXPECT_FALSE(XObj8Validate(deep, &why));
+    EXPECT_NE(why.find("deeper"), std::string::npos) << why;
+}
+
 TEST(Obj8Validate, UnusedIndicesAndOtherCommandsAreNotJudged) {
     XObj8 o = ValidObject();
     o.indices.push_back(999); // covered by no range
