@@ -7,6 +7,7 @@
 #define XPLM420 1
 #endif
 #include "HostInternal.h"
+#include "SceneryLibrary.h"
 #include "WorldMath.h"
 
 #include "XPLMInstance.h"
@@ -190,8 +191,15 @@ void XPLMUnloadObject(XPLMObjectRef inObject) {
     if (ObjectRec* o = validObject(inObject)) release(o, caller());
 }
 
-int XPLMLookupObjects(const char*, float, float, XPLMLibraryEnumerator_f, void*) {
-    return 0; // simhost has no scenery library
+int XPLMLookupObjects(const char* inPath, float /*inLatitude*/, float /*inLongitude*/,
+                      XPLMLibraryEnumerator_f enumerator, void* ref) {
+    HostCore* c = core();
+    if (!c || !inPath) return 0;
+    const std::vector<std::string> found = lookupLibrary(c->sandbox, inPath);
+    if (enumerator)
+        for (const std::string& path : found)
+            callInto(caller(), "library enumerator", [&] { enumerator(path.c_str(), ref); });
+    return static_cast<int>(found.size());
 }
 
 void XPLMDrawObjects(XPLMObjectRef, int, XPLMDrawInfo_t*, int, int) {

@@ -10,7 +10,10 @@
 #include "XPLMUtilities.h"
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -67,6 +70,46 @@ TEST_F(Scenery, InstancesKeepTheirObjectPositionAndData) {
     XPLMDestroyInstance(inst);
     EXPECT_TRUE(host->instances().empty());
     EXPECT_EQ(XPLMCreateInstance(obj, names), nullptr); // the object is gone now
+}
+
+void collect(const char* path, void* ref) {
+    static_cast<std::vector<std::string>*>(ref)->push_back(path);
+}
+
+TEST_F(Scenery, LibraryPathsResolveThroughThePackagesLibraryFiles) {
+    const std::string root = host->sandbox();
+    auto package = [&](const std::string& dir, const std::string& library) {
+        std::filesystem::create_directories(root + dir);
+        std::ofstream(root + dir + "/library.txt") << "A\n800\nLIBRARY\n\n" << library;
+    };
+    package("Custom Scenery/B Airport", "EXPORT lib/tug.obj objects/tug.obj\n"
+                                        "EXPORT_EXTEND lib/tug.obj objects\\tug blue.obj\n");
+    package("Custom Scenery/A Vehicles", "EXPORT lib/tug.obj tugs/red.obj\r\n"
+                                         "EXPORT lib/tug.obj tugs/white.obj\r\n"
+                                         "EXPORT_BACKUP lib/cone.obj cones/cone.obj\r\n");
+    package("Resources/default scenery/lib", "EXPORT lib/tug.obj default/tug.obj\n"
+                                             "EXPORT_BACKUP lib/cart.obj default/cart.obj\n"
+                                             "EXPORT lib/cone.obj default/cone.obj\n");
+
+    std::vector<std::string> found;
+    // The first package by name sets the tug; the other's EXPORT is overridden, its EXTEND adds.
+    EXPECT_EQ(XPLMLookupObjects("lib/tug.obj", 47.5f, 8.5f, collect, &found), 3);
+    EXPECT_EQ(found, (std::vector<std::string>{"Custom Scenery/A Vehicles/tugs/red.obj",
+                                               "Custom Scenery/A Vehicles/tugs/white.obj",
+                                               "Custom Scenery/B Airport/objects/tug blue.obj"}));
+    found.clear();
+    EXPECT_EQ(XPLMLookupObjects("lib/cone.obj", 0, 0, collect, &found), 1) << "a backup only when alone";
+    EXPECT_EQ(found, (std::vector<std::string>{"Resources/default scenery/lib/default/cone.obj"}));
+    EXPECT_EQ(XPLMLookupObjects("lib/cart.obj", 0, 0, nullptr, nullptr), 1);
+    EXPECT_EQ(XPLMLookupObjects("lib/none.obj", 0, 0, collect, &found), 0);
+    EXPECT_EQ(XPLMLookupObjects(nullptr, 0, 0, collect, &found), 0);
+
+    // What it reports is a path XPLMLoadObject takes.
+    std::filesystem::create_directories(root + "Custom Scenery/A Vehicles/tugs");
+    std::ofstream(root + "Custom Scenery/A Vehicles/tugs/red.obj") << "I\n800\nOBJ\nPOINT_COUNTS 0 0 0 0\n";
+    found.clear();
+    XPLMLookupObjects("lib/tug.obj", 0, 0, collect, &found);
+    EXPECT_NE(XPLMLoadObject(found.at(0).c_str()), nullptr);
 }
 
 struct AsyncResult {
