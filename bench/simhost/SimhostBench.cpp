@@ -18,15 +18,21 @@ float everyFrame(float, float, int, void* refcon) {
     return -1;
 }
 
-/// Frames per second of simhost with N plug-in flight loops (no rendering).
-void BM_Frames(benchmark::State& state) {
-    simhost::Host host;
+/// Makes `host` attribute direct API calls to a plug-in of its own; returns the datarefs everyFrame uses.
+XPLMDataRef* BenchPlugin(simhost::Host& host) {
     simhost::InProcessPlugin p;
     p.name = p.signature = "bench";
     host.setDirectCaller(host.addPlugin(p));
     static XPLMDataRef refs[2];
     refs[0] = XPLMFindDataRef("sim/flightmodel/position/local_x");
     refs[1] = XPLMFindDataRef("sim/flightmodel/position/psi");
+    return refs;
+}
+
+/// Frames per second of simhost with N plug-in flight loops (no rendering).
+void BM_Frames(benchmark::State& state) {
+    simhost::Host host;
+    XPLMDataRef* refs = BenchPlugin(host);
     for (int i = 0; i < state.range(0); ++i)
         XPLMRegisterFlightLoopCallback(everyFrame, -1, refs);
     for (auto _ : state)
@@ -34,6 +40,23 @@ void BM_Frames(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_Frames)->Arg(0)->Arg(10)->Arg(100);
+
+/// A frame with one live flight loop after N loops were registered and unregistered again (a plug-in
+/// that re-registers its loop at every reset): the unregistered ones should cost nothing.
+void BM_FramesAfterUnregistering(benchmark::State& state) {
+    simhost::Host host;
+    XPLMDataRef* refs = BenchPlugin(host);
+    static int refcons[1]; // a second refcon: its registrations are separate loops
+    for (int i = 0; i < state.range(0); ++i) {
+        XPLMRegisterFlightLoopCallback(everyFrame, -1, refcons);
+        XPLMUnregisterFlightLoopCallback(everyFrame, refcons);
+    }
+    XPLMRegisterFlightLoopCallback(everyFrame, -1, refs);
+    for (auto _ : state)
+        host.runFrames(1);
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_FramesAfterUnregistering)->Arg(0)->Arg(10000);
 
 /// One typed read of X-Plane's own dataref through the API.
 void BM_GetDataf(benchmark::State& state) {

@@ -8,6 +8,7 @@
 
 #include "XPLMProcessing.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace simhost::detail {
@@ -43,8 +44,8 @@ void schedule(HostCore& c, FlightLoopRec& r, float interval, bool relativeToNow)
 }
 
 FlightLoopRec* findLegacy(HostCore& c, void* fn, void* refcon, int owner) {
-    for (FlightLoopRec& r : c.flightLoops)
-        if (r.alive && r.legacy && r.fn == fn && r.refcon == refcon && r.owner == owner) return &r;
+    for (FlightLoopRec* r : c.loopOrder)
+        if (r->alive && r->legacy && r->fn == fn && r->refcon == refcon && r->owner == owner) return r;
     return nullptr;
 }
 
@@ -52,6 +53,7 @@ FlightLoopRec& newLoop(HostCore& c) {
     c.flightLoops.emplace_back();
     FlightLoopRec& r = c.flightLoops.back();
     c.flightLoopHandles.insert(&r);
+    c.loopOrder.push_back(&r);
     r.owner = caller();
     r.lastRunTime = c.wallTime;
     r.lastRunFrame = c.cycle;
@@ -66,11 +68,16 @@ bool due(const HostCore& c, const FlightLoopRec& r) {
 } // namespace
 
 void runFlightLoops(HostCore& c, int phase) {
+    // Unregistered loops leave the dispatch list here, outside any callback, so that a plug-in that
+    // registers and unregisters all the time does not slow every frame down.
+    c.loopOrder.erase(std::remove_if(c.loopOrder.begin(), c.loopOrder.end(),
+                                     [](const FlightLoopRec* r) { return !r->alive; }),
+                      c.loopOrder.end());
     // Loops added during the dispatch wait for the next frame; removed ones are skipped.
-    const size_t count = c.flightLoops.size();
+    const size_t count = c.loopOrder.size();
     const float sinceAnyLoop = static_cast<float>(c.wallTime - c.lastFlightLoopDispatch);
     for (size_t i = 0; i < count; ++i) {
-        FlightLoopRec& r = c.flightLoops[i];
+        FlightLoopRec& r = *c.loopOrder[i]; // the list may grow (and move) during the calls
         if (r.phase != phase || !due(c, r) || !pluginActive(r.owner)) continue;
         const float sinceLast = static_cast<float>(c.wallTime - r.lastRunTime);
         float next = 0;

@@ -239,8 +239,10 @@ struct HostCore {
     std::deque<DataRefRec> datarefs;
     std::unordered_map<std::string, DataRefRec*> datarefByName;
     std::unordered_set<const void*> datarefHandles;
-    std::deque<FlightLoopRec> flightLoops;
+    std::deque<FlightLoopRec> flightLoops; ///< every loop ever made (handles stay valid, dead or alive)
     std::unordered_set<const void*> flightLoopHandles;
+    std::vector<FlightLoopRec*> loopOrder; ///< the loops to dispatch, in registration order; dead ones
+                                           ///< are dropped before each dispatch
     std::deque<MenuRec> menus;
     std::unordered_set<const void*> menuHandles;
     MenuRec* pluginsMenu = nullptr;
