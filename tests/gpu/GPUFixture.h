@@ -7,23 +7,15 @@
 
 #include "XPLMCamera.h"
 #include "XPLMDataAccess.h"
-#include "simhost/Simhost.h"
-
-#include <gtest/gtest.h>
+#include "support/InstalledPlugin.h"
 
 #include <cmath>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 namespace kalvora_test {
-
-namespace fs = std::filesystem;
 
 constexpr const char* kGPUMenu = "Plugins/Kalvora/GPU";
 constexpr const char* kGPUStatus = "halvern/kalvora/GPUstatus";
@@ -55,38 +47,25 @@ inline std::string Preferences(bool handleGPU, bool frontWheel) {
            (handleGPU ? "1" : "0") + "\nFRONT_WHEEL=" + (frontWheel ? "1" : "0") + "\n";
 }
 
-class GPUTest : public ::testing::Test {
+class GPUTest : public InstalledPluginTest {
 protected:
-    void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        root = fs::temp_directory_path() / ("kalvora-gpu-" + std::string(info->test_suite_name()) + "-" +
-                                            info->name() + "-" + std::to_string(::getpid()));
-        fs::remove_all(root);
-        fs::create_directories(root / "dist" / "Kalvora" / "GroundServices");
-        fs::copy_file(KALVORA_BINARY_DIR "/plugin/Kalvora.xpl", root / "dist" / "Kalvora.xpl");
-        WriteBoxModel(root / "dist" / "Kalvora" / "GroundServices" / "GPU");
-        options.sandboxDir = (root / "xplane").string();
-        options.startHeadingDeg = 40;
-        fs::create_directories(options.sandboxDir);
-    }
+    GPUTest() : InstalledPluginTest("kalvora-gpu") {}
 
-    void TearDown() override {
-        host.reset();
-        fs::remove_all(root);
+    void SetUp() override {
+        InstalledPluginTest::SetUp();
+        WriteBoxModel(DataFolder() / "GroundServices" / "GPU");
     }
 
     /// Writes the preferences file the plug-in reads at start.
     void WritePreferences(bool handleGPU, bool frontWheel = true) {
-        const fs::path path = fs::path(options.sandboxDir) / "Output" / "preferences" / "Halvern.Kalvora.prf";
-        fs::create_directories(path.parent_path());
-        std::ofstream(path) << Preferences(handleGPU, frontWheel);
+        WritePreferencesText(Preferences(handleGPU, frontWheel));
     }
 
     /// Starts the host, loads Kalvora.xpl and adds the ground-ops plug-in.
     void Load() {
         host = std::make_unique<simhost::Host>(options);
         std::string error;
-        kalvora = host->loadPlugin((root / "dist" / "Kalvora.xpl").string(), &error);
+        kalvora = host->loadPlugin(PluginFile().string(), &error);
         ASSERT_GE(kalvora, 0) << error;
         simhost::InProcessPlugin ops;
         ops.name = "Ground ops";
@@ -118,12 +97,7 @@ protected:
     }
 
     /// How many crew messages contained needle.
-    int Said(const std::string& needle) const {
-        int n = 0;
-        for (const std::string& s : host->transcriptTexts("speech"))
-            n += s.find(needle) != std::string::npos;
-        return n;
-    }
+    int Said(const std::string& needle) const { return SpokenCount(needle); }
 
     float Volts(int engine) { return static_cast<float>(host->getf(kBatteryVolts, engine)); }
     void SetVolts(int engines, double volts) {
@@ -188,9 +162,6 @@ protected:
         }
     }
 
-    fs::path root;
-    simhost::HostOptions options;
-    std::unique_ptr<simhost::Host> host;
     int kalvora = -1;
     int groundOps = -1;
     std::vector<unsigned> heard; ///< messages the ground-ops plug-in received, in order

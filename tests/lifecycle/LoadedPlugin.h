@@ -3,24 +3,15 @@
 // its menus, its log, its preferences file, the host's log and the dialogs.
 #pragma once
 
-#include "simhost/Simhost.h"
 #include "simhost/Widgets.h"
-
-#include <gtest/gtest.h>
+#include "support/InstalledPlugin.h"
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 namespace kalvora_test {
-
-namespace fs = std::filesystem;
 
 constexpr const char* kMenu = "Plugins/Kalvora";
 constexpr const char* kParkBrake = "sim/flightmodel/controls/parkbrake";
@@ -31,41 +22,21 @@ constexpr const char* kLocalZ = "sim/flightmodel/position/local_z";
 /// The smallest OBJ8 file: a header and no geometry.
 constexpr const char* kEmptyObj8 = "I\n800\nOBJ\n\nPOINT_COUNTS 0 0 0 0\n";
 
-class LoadedPluginTest : public ::testing::Test {
+class LoadedPluginTest : public InstalledPluginTest {
 protected:
-    void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        root = fs::temp_directory_path() / ("kalvora-life-" + std::string(info->test_suite_name()) + "-" +
-                                            info->name() + "-" + std::to_string(::getpid()));
-        fs::remove_all(root);
-        fs::create_directories(root / "dist" / "Kalvora" / "GroundServices");
-        fs::copy_file(KALVORA_BINARY_DIR "/plugin/Kalvora.xpl", root / "dist" / "Kalvora.xpl");
-        options.sandboxDir = (root / "xplane").string();
-        options.startHeadingDeg = 40;
-        fs::create_directories(options.sandboxDir);
-    }
-
-    void TearDown() override {
-        host.reset();
-        fs::remove_all(root);
-    }
+    LoadedPluginTest() : InstalledPluginTest("kalvora-life") {}
 
     /// Puts a truck model named name + ".obj" into the plug-in folder.
-    void AddTruck(const std::string& name) {
-        std::ofstream(root / "dist" / "Kalvora" / (name + ".obj")) << kEmptyObj8;
-    }
+    void AddTruck(const std::string& name) { std::ofstream(DataFolder() / (name + ".obj")) << kEmptyObj8; }
 
     /// Writes the preferences file the plug-in will find at start.
-    void WritePreferences(const std::string& text) {
-        fs::create_directories(PrefsPath().parent_path());
-        std::ofstream(PrefsPath()) << text;
-    }
+    void WritePreferences(const std::string& text) { WritePreferencesText(text); }
 
     /// Starts the host (once) and loads the plug-in; fails the test when it does not load.
     void Load() {
         if (!host) host = std::make_unique<simhost::Host>(options);
         std::string error;
-        id = host->loadPlugin((root / "dist" / "Kalvora.xpl").string(), &error);
+        id = host->loadPlugin(PluginFile().string(), &error);
         ASSERT_GE(id, 0) << error;
     }
 
@@ -77,9 +48,6 @@ protected:
         fs::remove(PluginFolder().parent_path() / "Kalvora.xpl");
     }
 
-    fs::path PrefsPath() const {
-        return fs::path(options.sandboxDir) / "Output" / "preferences" / "Halvern.Kalvora.prf";
-    }
     fs::path PluginFolder() const {
         return fs::path(options.sandboxDir) / "Resources" / "plugins" / "Kalvora";
     }
@@ -120,18 +88,8 @@ protected:
     }
 
     /// How many crew messages contained needle.
-    size_t Count(const std::string& needle) const {
-        size_t n = 0;
-        for (const std::string& s : host->transcriptTexts("speech"))
-            n += s.find(needle) != std::string::npos;
-        return n;
-    }
-
-    bool Said(const std::string& needle) const {
-        for (const std::string& s : host->transcriptTexts("speech"))
-            if (s.find(needle) != std::string::npos) return true;
-        return false;
-    }
+    size_t Count(const std::string& needle) const { return static_cast<size_t>(SpokenCount(needle)); }
+    bool Said(const std::string& needle) const { return SpokenCount(needle) > 0; }
 
     /// Picks a manoeuvre and lets the truck come and hook up, the brake released on the crew's question.
     void StartPush(const std::string& item) {
@@ -152,9 +110,6 @@ protected:
         startZ = host->getf(kLocalZ);
     }
 
-    fs::path root;
-    simhost::HostOptions options;
-    std::unique_ptr<simhost::Host> host;
     int id = -1;
     double startX = 0, startZ = 0;
 };

@@ -59,7 +59,7 @@ TEST_F(DataRefBrowsers, ABrowserLoadedAfterKalvoraStillHearsThem) {
     std::map<std::string, int> tool;
     host = std::make_unique<simhost::Host>(options);
     std::string error;
-    kalvora = host->loadPlugin((root / "Kalvora.xpl").string(), KALVORA_SOURCE_DIR "/assets/Kalvora", &error);
+    kalvora = host->loadPlugin(PluginFile().string(), KALVORA_SOURCE_DIR "/assets/Kalvora", &error);
     ASSERT_GE(kalvora, 0) << error;
     ASSERT_GE(host->addPlugin(Browser("com.leecbaker.datareftool", &tool)), 0);
     host->runFor(2);
