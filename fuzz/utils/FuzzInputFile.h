@@ -8,20 +8,25 @@
 
 namespace kalvora_fuzz {
 
-/// Path of a scratch file private to this process.
-inline const std::string& ScratchPath() {
-    static const std::string path = "/tmp/kalvora-fuzz-utils-" + std::to_string(getpid());
-    return path;
-}
-
-/// Writes the input to the scratch file and returns its path.
-inline const std::string& WriteInput(const uint8_t* data, size_t size) {
-    FILE* out = fopen(ScratchPath().c_str(), "wb");
-    if (out) {
-        fwrite(data, 1, size, out);
-        fclose(out);
+/// The input written to a scratch file private to this process, removed again when this goes out of
+/// scope (the fuzzer ends a timed run without running exit handlers, so nothing may be left to them).
+class InputFile {
+public:
+    InputFile(const uint8_t* data, size_t size)
+        : path_("/tmp/kalvora-fuzz-utils-" + std::to_string(getpid())) {
+        if (FILE* out = std::fopen(path_.c_str(), "wb")) {
+            std::fwrite(data, 1, size, out);
+            std::fclose(out);
+        }
     }
-    return ScratchPath();
-}
+    ~InputFile() { std::remove(path_.c_str()); }
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    const char* path() const { return path_.c_str(); }
+
+private:
+    std::string path_;
+};
 
 } // namespace kalvora_fuzz

@@ -12,8 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const char* newline = static_cast<const char*>(memchr(bytes, '\n', size));
     const size_t keyLength = newline ? static_cast<size_t>(newline - bytes) : size;
     const std::string key(bytes, strnlen(bytes, keyLength));
-    const std::string& path = kalvora_fuzz::WriteInput(data, size);
-    HV_ReadHalvernFile reader(path.c_str());
+    const kalvora_fuzz::InputFile file(data, size);
+    HV_ReadHalvernFile reader(file.path());
     const char* value = reader.GetValueString(key.c_str(), nullptr);
     if (value && (strchr(value, '\n') || strchr(value, '\r'))) abort();
     reader.GetValueLong(key.c_str());

@@ -7,16 +7,16 @@
 #include <sstream>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const std::string& path = kalvora_fuzz::WriteInput(data, size);
+    const kalvora_fuzz::InputFile file(data, size);
     std::ostringstream errors;
-    HV_Properties props(path.c_str(), &errors);
+    HV_Properties props(file.path(), &errors);
     for (const auto& pair : props.entries) {
         // Loaded keys are never empty and values never hold "=" or a line break.
         if (pair.first.empty() || pair.second.find_first_of("=\r\n") != std::string::npos) abort();
         if (pair.first.size() + pair.second.size() + 1 >= kPropertiesLineBytes) abort();
     }
     props.save(&errors);
-    HV_Properties again(path.c_str(), &errors);
+    HV_Properties again(file.path(), &errors);
     if (again.entries != props.entries) abort();
     std::ostringstream dump;
     dump << props;
