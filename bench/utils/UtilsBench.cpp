@@ -57,11 +57,13 @@ void BM_KeyValueLastKey(benchmark::State& state) {
     std::string content;
     for (int i = 0; i < lines; ++i)
         content += "Light[" + std::to_string(i) + "]=1.5 2.5 3.5\n";
-    HV_ReadHalvernFile reader(ScratchFile("kv", content).c_str());
+    const std::string path = ScratchFile("kv", content);
+    HV_ReadHalvernFile reader(path.c_str());
     const std::string last = "Light[" + std::to_string(lines - 1) + "]=";
     for (auto _ : state)
         benchmark::DoNotOptimize(reader.GetValueString(last.c_str(), nullptr));
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(content.size()));
+    unlink(path.c_str());
 }
 BENCHMARK(BM_KeyValueLastKey)->Arg(10)->Arg(100)->Arg(1000);
 
@@ -71,10 +73,12 @@ void BM_KeyValueCount(benchmark::State& state) {
     std::string content;
     for (int i = 0; i < lines; ++i)
         content += "Wheel[" + std::to_string(i) + "]=0.4\n";
-    HV_ReadHalvernFile reader(ScratchFile("count", content).c_str());
+    const std::string path = ScratchFile("count", content);
+    HV_ReadHalvernFile reader(path.c_str());
     for (auto _ : state)
         benchmark::DoNotOptimize(reader.GetCountValueOf("Wheel"));
     state.SetComplexityN(lines);
+    unlink(path.c_str());
 }
 BENCHMARK(BM_KeyValueCount)->RangeMultiplier(4)->Range(16, 1000)->Complexity();
 
