@@ -129,6 +129,7 @@ public:
         ho.fps = o_.fps;
         ho.xplaneVersion = o_.xplaneVersion;
         ho.realTime = o_.realTime;
+        ho.drawWorld = o_.drawWorld;
         if (!o_.reportDir.empty()) {
             fs::create_directories(o_.reportDir);
             // Frames for the report: before 11.50 the plug-in draws the truck and the GPU in

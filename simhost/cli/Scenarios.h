@@ -42,6 +42,7 @@ struct ScenarioOptions {
     std::string reportDir; ///< where the report goes; empty: no report
     bool progress = false; ///< a live progress line on the given stream
     bool realTime = false;
+    bool drawWorld = true; ///< report frames show the apron and the aircraft
 };
 
 /// One frame of the run (metres in the host's local frame, degrees).

@@ -35,6 +35,7 @@ struct Options {
     bool realTime = false;
     bool speak = false;
     bool quiet = false;
+    bool noWorld = false;       ///< rendered frames without the apron and the aircraft
     bool aircraftGiven = false; ///< --aircraft was given (a scenario keeps its own otherwise)
     bool headingGiven = false;  ///< --heading was given
 };
@@ -88,6 +89,7 @@ int run(const Options& o, const std::vector<TimedAction>& actions) {
     ho.xplaneVersion = o.xplaneVersion;
     ho.realTime = o.realTime;
     ho.render = !o.renderDir.empty();
+    ho.drawWorld = !o.noWorld;
     if (o.speak && !o.reportDir.empty()) ho.speechWavDir = o.reportDir + "/audio";
     if (!o.reportDir.empty()) fs::create_directories(o.reportDir);
     if (!ho.speechWavDir.empty()) fs::create_directories(ho.speechWavDir);
@@ -162,6 +164,7 @@ int runNamedScenario(const Options& o) {
     so.reportDir = o.reportDir;
     so.progress = !o.quiet && isatty(STDERR_FILENO);
     so.realTime = o.realTime;
+    so.drawWorld = !o.noWorld;
     const simhost::cli::ScenarioSummary summary = simhost::cli::runScenario(*scenario, so, std::cerr);
     std::cout << simhost::cli::formatSummary(*scenario, summary);
     if (!o.reportDir.empty() && summary.loaded) std::cout << "report written to " << o.reportDir << "/\n";
@@ -202,6 +205,8 @@ int main(int argc, char** argv) {
     app.add_flag("--real-time", o.realTime, "run at wall-clock speed");
     app.add_flag("--speak", o.speak, "speak the crew into <report>/audio/*.wav with espeak-ng");
     app.add_flag("--quiet", o.quiet, "no progress line");
+    app.add_flag("--no-world", o.noWorld,
+                 "rendered frames show only what plug-ins draw (no apron, no aircraft)");
     app.footer("Timed actions, in any number: --at <seconds> followed by --menu <path>, --set "
                "<dataref[=index]>=<value>,\n"
                "--key <[ctrl+][shift+][alt+]NAME>, --command <name>. Example:\n"

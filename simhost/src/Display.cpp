@@ -8,6 +8,7 @@
 #include "HostInternal.h"
 #include "graphics/GraphicsHooks.h"
 #include "graphics/InstanceDrawing.h"
+#include "graphics/WorldDrawing.h"
 
 #include "XPLMDisplay.h"
 
@@ -158,6 +159,7 @@ void drawFrame(HostCore& c) {
     view.roll = c.camera.pos[5];
     view.zoom = c.camera.pos[6];
     gfx::setup3D(view);
+    if (c.opt.drawWorld) drawWorld(c); // the apron and the aircraft, under whatever plug-ins draw
     if (legacy3D(c)) {
         for (int p : kPhasesLegacy3D) {
             drawPhase(c, p, true);

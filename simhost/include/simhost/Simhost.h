@@ -42,6 +42,9 @@ struct HostOptions {
     /// false: XPLMFindSymbol finds none of the deprecated functions (XPLMCommandButtonPress, XPLMDrawObjects,
     /// ...), as on a host that no longer exports them
     bool exportDeprecated = true;
+    /// true: rendered frames show the apron and a stand-in of the user aircraft under the plug-ins'
+    /// drawing; false: only what plug-ins draw, on the plain sky colour
+    bool drawWorld = true;
 };
 
 /// A plug-in living in the test process: callbacks instead of a .xpl file.

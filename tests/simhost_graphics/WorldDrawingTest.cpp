@@ -1,0 +1,284 @@
+// The world in rendered frames: the apron below the horizon and the sky above
+// it, the user aircraft's stand-in where its datarefs put it, its nose wheel
+// where the plug-in reckons its nose gear, and a plain sky without the world.
+#include "WorldMath.h"
+#include "graphics/GraphicsHooks.h"
+#include "simhost/Simhost.h"
+
+#include "XPLMCamera.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace simhost::testing {
+namespace {
+
+constexpr int kW = 320;              ///< frame width, pixels
+constexpr int kH = 240;              ///< frame height, pixels
+constexpr double kHalfFovDeg = 22.5; ///< half the renderer's vertical field of view at zoom 1
+constexpr double kDegToRad = M_PI / 180.0;
+constexpr int kSkyR = 115, kSkyG = 158, kSkyB = 209; ///< the renderer's clear colour (0.45, 0.62, 0.82)
+
+int channel(uint32_t p, int shift) {
+    return int((p >> shift) & 0xFF);
+}
+
+bool near(uint32_t p, int r, int g, int b, int tolerance) {
+    return std::abs(channel(p, 24) - r) <= tolerance && std::abs(channel(p, 16) - g) <= tolerance &&
+           std::abs(channel(p, 8) - b) <= tolerance;
+}
+
+bool isSky(uint32_t p) {
+    return near(p, kSkyR, kSkyG, kSkyB, 1);
+}
+
+/// Grey: the three channels close together (concrete, white paint, the fuselage).
+bool isGrey(uint32_t p) {
+    return std::abs(channel(p, 24) - channel(p, 16)) < 16 && std::abs(channel(p, 16) - channel(p, 8)) < 16;
+}
+
+/// The top of the stand-in's fuselage: white in the sun, brighter than concrete, paint or wings.
+bool isFuselage(uint32_t p) {
+    return channel(p, 24) > 215 && channel(p, 16) > 215 && channel(p, 8) > 215;
+}
+
+bool isDark(uint32_t p) {
+    return channel(p, 24) < 70 && channel(p, 16) < 70 && channel(p, 8) < 70;
+}
+
+struct Pixel {
+    int x = -1, y = -1; ///< y from the bottom
+    bool inFrame() const { return x >= 0 && x < kW && y >= 0 && y < kH; }
+};
+
+/// Where a local point lands in the frame for a camera (roll 0), as the renderer projects it.
+Pixel project(const XPLMCameraPosition_t& cam, double x, double y, double z) {
+    const double dx = x - cam.x, dy = y - cam.y, dz = z - cam.z;
+    const double h = cam.heading * kDegToRad, p = cam.pitch * kDegToRad;
+    const double x1 = std::cos(h) * dx + std::sin(h) * dz, z1 = -std::sin(h) * dx + std::cos(h) * dz;
+    const double y2 = std::cos(p) * dy + std::sin(p) * z1, z2 = -std::sin(p) * dy + std::cos(p) * z1;
+    if (z2 >= 0) return {};
+    const double t = std::tan(kHalfFovDeg / (cam.zoom > 0 ? cam.zoom : 1) * kDegToRad);
+    const double nx = x1 / -z2 / (t * kW / kH), ny = y2 / -z2 / t;
+    return {static_cast<int>((nx + 1) / 2 * kW), static_cast<int>((ny + 1) / 2 * kH)};
+}
+
+class WorldDrawing : public ::testing::Test {
+protected:
+    void Start(HostOptions o = {}) {
+        o.render = true;
+        o.screenWidth = kW;
+        o.screenHeight = kH;
+        host = std::make_unique<Host>(o);
+        if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL: " << gfx::unavailableReason();
+    }
+
+    /// A plug-in of the test holds the camera where `camera` says from now on.
+    void HoldCamera() {
+        InProcessPlugin holder;
+        holder.name = holder.signature = "test.camera";
+        const int id = host->addPlugin(holder);
+        ASSERT_GE(id, 0);
+        host->setDirectCaller(id);
+        XPLMControlCamera(xplm_ControlCameraForever, CameraCallBack, &camera);
+    }
+
+    static int CameraCallBack(XPLMCameraPosition_t* out, int losingControl, void* refcon) {
+        if (losingControl || !out) return 0;
+        *out = *static_cast<XPLMCameraPosition_t*>(refcon);
+        return 1;
+    }
+
+    /// Renders one frame (kept under the build folder to look at) and returns it.
+    gfx::Image Frame(const std::string& name) {
+        host->runFrames(1);
+        gfx::Image image;
+        EXPECT_TRUE(gfx::readFrame(image));
+        gfx::writePng(image, std::string(KALVORA_BINARY_DIR) + "/world-" + name + ".png");
+        return image;
+    }
+
+    /// Turns the aircraft to a heading through q, the attitude X-Plane keeps.
+    void SetHeading(double psiDeg) {
+        float q[4];
+        detail::eulerToQuaternion(psiDeg, host->getf("sim/flightmodel/position/theta"), 0, q);
+        for (int i = 0; i < 4; ++i)
+            host->set("sim/flightmodel/position/q", q[i], i);
+    }
+
+    /// A point on the aircraft's centre line, `aft` metres behind its reference point and `up`
+    /// above it, in the local frame (level aircraft).
+    void BodyPoint(double aft, double up, double& x, double& y, double& z) {
+        const double psi = host->getf("sim/flightmodel/position/psi") * kDegToRad;
+        x = host->getf("sim/flightmodel/position/local_x") - aft * std::sin(psi);
+        y = host->getf("sim/flightmodel/position/local_y") + up;
+        z = host->getf("sim/flightmodel/position/local_z") + aft * std::cos(psi);
+    }
+
+    /// Frame pixels of the fuselage's top from nose gear to main gear, seen by `camera`.
+    std::vector<Pixel> FuselageTop() {
+        const Aircraft& a = host->aircraft();
+        std::vector<Pixel> out;
+        const double nose = a.gear[0].z, mains = a.gear[1].z;
+        for (int i = 0; i <= 4; ++i) {
+            double x = 0, y = 0, z = 0;
+            BodyPoint(nose + (mains - nose) * i / 4.0, 0, x, y, z);
+            out.push_back(project(camera, x, y, z));
+        }
+        return out;
+    }
+
+    std::unique_ptr<Host> host;
+    XPLMCameraPosition_t camera{};
+};
+
+TEST_F(WorldDrawing, ChaseViewShowsTheApronBelowTheHorizonAndSkyAbove) {
+    Start();
+    if (::testing::Test::IsSkipped()) return;
+    const gfx::Image frame = Frame("chase");
+    const CameraState cam = host->camera();
+    ASSERT_LT(cam.pitch, 0) << "the chase camera looks down at the aircraft";
+    // The horizon: where a level ray from the eye lands.
+    const int horizon = static_cast<int>(
+        kH / 2.0 * (1 + std::tan(-cam.pitch * kDegToRad) / std::tan(kHalfFovDeg * kDegToRad)));
+    ASSERT_GT(horizon, kH / 2);
+    ASSERT_LT(horizon, kH - 10);
+    int skyAbove = 0, groundBelow = 0, greyBelow = 0, rowsAbove = 0, rowsBelow = 0;
+    for (int y = horizon + 3; y < kH; ++y, ++rowsAbove)
+        for (int x = 0; x < kW; ++x)
+            skyAbove += isSky(frame.at(x, y)) ? 1 : 0;
+    for (int y = 0; y < horizon - 5; ++y, ++rowsBelow)
+        for (int x = 0; x < kW; ++x) {
+            groundBelow += isSky(frame.at(x, y)) ? 0 : 1;
+            greyBelow += isGrey(frame.at(x, y)) ? 1 : 0;
+        }
+    EXPECT_EQ(skyAbove, rowsAbove * kW) << "nothing but sky above the horizon";
+    EXPECT_EQ(groundBelow, rowsBelow * kW) << "no sky below the horizon";
+    EXPECT_GT(greyBelow, rowsBelow * kW * 3 / 4) << "mostly concrete below it";
+    // Straight below the camera's line of sight, at the bottom corners: concrete, neither black nor white.
+    for (int x : {2, kW - 3}) {
+        const uint32_t p = frame.at(x, 2);
+        EXPECT_TRUE(isGrey(p) && !isDark(p) && channel(p, 24) < 220) << std::hex << p;
+    }
+}
+
+TEST_F(WorldDrawing, TheAircraftIsDrawnWhereItsDatarefsPutIt) {
+    Start();
+    if (::testing::Test::IsSkipped()) return;
+    // Straight down from high above the aircraft, zoomed in, north up in the frame: from that far
+    // the fuselage's top lands within a pixel of its centre line wherever the aircraft stands.
+    camera.x = static_cast<float>(host->getf("sim/flightmodel/position/local_x"));
+    camera.z = static_cast<float>(host->getf("sim/flightmodel/position/local_z"));
+    camera.y = static_cast<float>(host->getf("sim/flightmodel/position/local_y") + 300);
+    camera.pitch = -90;
+    camera.heading = 0;
+    camera.zoom = 3;
+    HoldCamera();
+    const gfx::Image parked = Frame("parked");
+    const std::vector<Pixel> before = FuselageTop();
+    for (const Pixel& p : before) {
+        ASSERT_TRUE(p.inFrame());
+        EXPECT_TRUE(isFuselage(parked.at(p.x, p.y))) << "the fuselage at " << p.x << "," << p.y;
+    }
+
+    // 25 m east: the fuselage moves along, the apron shows where it stood.
+    host->set("sim/flightmodel/position/local_x", host->getf("sim/flightmodel/position/local_x") + 25);
+    const gfx::Image moved = Frame("moved-east");
+    const std::vector<Pixel> after = FuselageTop();
+    for (size_t i = 0; i < after.size(); ++i) {
+        ASSERT_TRUE(after[i].inFrame());
+        EXPECT_GT(after[i].x, before[i].x) << "east is to the right";
+        EXPECT_TRUE(isFuselage(moved.at(after[i].x, after[i].y))) << "the fuselage moved along, point " << i;
+        EXPECT_FALSE(isFuselage(moved.at(before[i].x, before[i].y))) << "none left behind, point " << i;
+        EXPECT_FALSE(isFuselage(parked.at(after[i].x, after[i].y))) << "none there before, point " << i;
+    }
+
+    // Turned to 90 degrees: the fuselage lies east-west, its nose gear east of the reference point.
+    SetHeading(90);
+    const gfx::Image turned = Frame("turned-east");
+    ASSERT_NEAR(host->getf("sim/flightmodel/position/psi"), 90, 0.01);
+    const std::vector<Pixel> across = FuselageTop();
+    EXPECT_GT(across.front().x, across.back().x + 20) << "nose gear to the right of the mains";
+    for (size_t i = 0; i < across.size(); ++i)
+        EXPECT_TRUE(isFuselage(turned.at(across[i].x, across[i].y))) << "across, point " << i;
+    // Where the nose half stood, 5 m and more north of the reference point, is now wing or concrete.
+    for (size_t i = 0; i < 3; ++i)
+        EXPECT_FALSE(isFuselage(turned.at(after[i].x, after[i].y)))
+            << "no longer north-south, point " << i << ": " << std::hex << turned.at(after[i].x, after[i].y);
+}
+
+/// The towing gear as the plug-in reckons it: the gear datarefs turned by roll, pitch, heading.
+void NoseGearLocal(Host& host, double& x, double& z) {
+    const double gx = host.getf("sim/aircraft/parts/acf_gear_xnodef", 0);
+    const double gy = host.getf("sim/aircraft/parts/acf_gear_ynodef", 0);
+    const double gz = host.getf("sim/aircraft/parts/acf_gear_znodef", 0);
+    const double phi = host.getf("sim/flightmodel/position/phi") * kDegToRad;
+    const double theta = host.getf("sim/flightmodel/position/theta") * kDegToRad;
+    const double psi = host.getf("sim/flightmodel/position/psi") * kDegToRad;
+    const double x1 = std::cos(phi) * gx + std::sin(phi) * gy, y1 = std::cos(phi) * gy - std::sin(phi) * gx;
+    const double z1 = std::cos(theta) * gz + std::sin(theta) * y1;
+    x = host.getf("sim/flightmodel/position/local_x") + std::cos(psi) * x1 - std::sin(psi) * z1;
+    z = host.getf("sim/flightmodel/position/local_z") + std::sin(psi) * x1 + std::cos(psi) * z1;
+}
+
+class NoseWheel : public WorldDrawing, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(NoseWheel, StandsWhereThePlugInHooksTheTowBar) {
+    HostOptions o;
+    o.aircraft = GetParam();
+    o.startHeadingDeg = 30; // not along an axis: a wrong turn shows
+    Start(o);
+    if (::testing::Test::IsSkipped()) return;
+    host->set("sim/flightmodel/position/local_x", 17.0);
+    host->set("sim/flightmodel/position/local_z", -9.0);
+    host->runFrames(1);
+    double gx = 0, gz = 0;
+    NoseGearLocal(*host, gx, gz);
+    const double tyre = host->getf("sim/aircraft/parts/acf_gear_tirrad", 0);
+    const double wheelY = host->getf("sim/flightmodel/position/local_y") -
+                          host->getf("sim/flightmodel/position/y_agl") + tyre; // its axle, on the apron
+    // From the side, at axle height, 20 m east of the gear, looking west.
+    camera.x = static_cast<float>(gx + 20);
+    camera.y = static_cast<float>(wheelY);
+    camera.z = static_cast<float>(gz);
+    camera.heading = 270;
+    camera.pitch = 0;
+    camera.zoom = 2;
+    HoldCamera();
+    const gfx::Image side = Frame(std::string("nose-wheel-") + GetParam());
+    const Pixel axle = project(camera, gx, wheelY, gz);
+    ASSERT_TRUE(axle.inFrame());
+    EXPECT_TRUE(isDark(side.at(axle.x, axle.y)))
+        << "a tyre on the gear's axle, " << std::hex << side.at(axle.x, axle.y);
+    // Three tyre radii fore and aft of it there is no tyre.
+    for (double off : {-3.0, 3.0}) {
+        const double psi = host->getf("sim/flightmodel/position/psi") * kDegToRad;
+        const Pixel p =
+            project(camera, gx - off * tyre * std::sin(psi), wheelY, gz + off * tyre * std::cos(psi));
+        ASSERT_TRUE(p.inFrame());
+        EXPECT_FALSE(isDark(side.at(p.x, p.y))) << "beside the wheel, " << off << " radii";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Profiles, NoseWheel, ::testing::Values("A320", "C172", "B744"));
+
+TEST_F(WorldDrawing, SwitchedOffTheFrameIsThePlainSky) {
+    HostOptions o;
+    o.drawWorld = false;
+    Start(o);
+    if (::testing::Test::IsSkipped()) return;
+    const gfx::Image frame = Frame("off");
+    int sky = 0;
+    for (int y = 0; y < kH; ++y)
+        for (int x = 0; x < kW; ++x)
+            sky += isSky(frame.at(x, y)) ? 1 : 0;
+    EXPECT_EQ(sky, kW * kH);
+}
+
+} // namespace
+} // namespace simhost::testing
