@@ -24,6 +24,7 @@ protected:
     void SetUp() override {
         GPUTest::SetUp();
         options.render = true;
+        options.drawWorld = false; // the cart is found as what is not sky
         options.xplaneVersion = 11000; // the drawing phases a cart is drawn in exist before 11.50
         options.screenWidth = kFrameWidth;
         options.screenHeight = kFrameHeight;
