@@ -24,6 +24,7 @@ protected:
     void SetUp() override {
         ModernTest::SetUp();
         options.render = true;
+        options.drawWorld = false; // the instances are found as what is not sky
         options.screenWidth = kFrameWidth;
         options.screenHeight = kFrameHeight;
     }
