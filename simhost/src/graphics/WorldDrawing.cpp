@@ -279,15 +279,14 @@ double dot(const Vec& a, const Vec& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
-/// A convex hexahedron: c[0..3] one end's ring, c[4..7] the other end's in the same order. Faces
-/// get flat normals pointing away from the centre.
+/// Quads (inside glBegin(GL_QUADS)) of a convex hexahedron: c[0..3] one end's ring, c[4..7] the other end's
+/// in the same order. Faces get flat normals pointing away from the centre.
 void hexahedron(const Vec (&c)[8]) {
     static constexpr int kFaces[6][4] = {{0, 1, 2, 3}, {4, 5, 6, 7}, {0, 1, 5, 4},
                                          {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 0, 4, 7}};
     Vec centre{0, 0, 0};
     for (const Vec& v : c)
         centre = {centre.x + v.x / 8, centre.y + v.y / 8, centre.z + v.z / 8};
-    glBegin(GL_QUADS);
     for (const auto& f : kFaces) {
         Vec n = cross(sub(c[f[2]], c[f[0]]), sub(c[f[3]], c[f[1]]));
         if (dot(n, sub(c[f[0]], centre)) < 0) n = {-n.x, -n.y, -n.z};
@@ -295,7 +294,6 @@ void hexahedron(const Vec (&c)[8]) {
         for (int k : f)
             vertex(c[k]);
     }
-    glEnd();
 }
 
 /// An axis-aligned box around a centre, half extents in metres.
@@ -326,7 +324,8 @@ void surface(const Vec& rootLeading, double rootChord, double rootThick, const V
     hexahedron(c);
 }
 
-/// A closed cylinder of `sides` faces around an axis along x (axis 0) or z (axis 2).
+/// Quads (inside glBegin(GL_QUADS)) of a closed cylinder of `sides` faces around an axis along x (axis 0) or
+/// z (axis 2).
 void cylinder(const Vec& centre, int axis, double radius, double halfLength, int sides) {
     auto point = [&](double along, double angle) {
         const double u = radius * std::cos(angle), v = radius * std::sin(angle);
@@ -338,7 +337,6 @@ void cylinder(const Vec& centre, int axis, double radius, double halfLength, int
                          : Vec{std::cos(angle), std::sin(angle), 0};
     };
     const double step = 2 * kPi / sides;
-    glBegin(GL_QUADS);
     for (int k = 0; k < sides; ++k) {
         const double a0 = k * step, a1 = (k + 1) * step;
         normal(radial(a0));
@@ -348,13 +346,17 @@ void cylinder(const Vec& centre, int axis, double radius, double halfLength, int
         vertex(point(halfLength, a1));
         vertex(point(-halfLength, a1));
     }
-    glEnd();
+    // The ends: triangles from the axis, each a quad with its last corner repeated.
     for (double end : {-1.0, 1.0}) {
+        const Vec hub = axis == 0 ? Vec{centre.x + end * halfLength, centre.y, centre.z}
+                                  : Vec{centre.x, centre.y, centre.z + end * halfLength};
         normal(axis == 0 ? Vec{end, 0, 0} : Vec{0, 0, end});
-        glBegin(GL_POLYGON);
-        for (int k = 0; k < sides; ++k)
+        for (int k = 0; k < sides; ++k) {
+            vertex(hub);
             vertex(point(end * halfLength, k * step));
-        glEnd();
+            vertex(point(end * halfLength, (k + 1) * step));
+            vertex(point(end * halfLength, (k + 1) * step));
+        }
     }
 }
 
@@ -366,7 +368,6 @@ void drawFuselage(const Shape& s) {
                    s.noseZ + kStations[i].along * s.length};
     };
     colour(kFuselageWhite);
-    glBegin(GL_QUADS);
     for (size_t i = 0; i + 1 < std::size(kStations); ++i)
         for (int k = 0; k < kFuselageSides; ++k) {
             // Smooth shading: each vertex gets the radial direction of its side.
@@ -379,7 +380,6 @@ void drawFuselage(const Shape& s) {
             vertex(point(i + 1, k + 1));
             vertex(point(i, k + 1));
         }
-    glEnd();
 }
 
 void drawWingsAndTail(const simhost::Aircraft& a, const Shape& s) {
@@ -460,9 +460,11 @@ void drawAircraft(const HostCore& c, const Shape& s) {
     glRotated(-value(c, "sim/flightmodel/position/psi"), 0, 1, 0);
     glRotated(value(c, thetaName), 1, 0, 0);
     glRotated(-value(c, "sim/flightmodel/position/phi"), 0, 0, 1);
+    glBegin(GL_QUADS); // one batch: a draw call costs more than the few hundred quads in it
     drawFuselage(s);
     drawWingsAndTail(c.aircraft, s);
     drawGear(c.aircraft, s);
+    glEnd();
     glPopMatrix();
 }
 
