@@ -212,6 +212,42 @@ TEST_F(WorldDrawing, TheAircraftIsDrawnWhereItsDatarefsPutIt) {
             << "no longer north-south, point " << i << ": " << std::hex << turned.at(after[i].x, after[i].y);
 }
 
+TEST_F(WorldDrawing, TheApronStaysUnderTheAircraftWhenTheLocalOriginMoves) {
+    Start();
+    if (::testing::Test::IsSkipped()) return;
+    // Looking down on the nose gear and the stop bar painted under it, from the aircraft's side.
+    auto aim = [&] {
+        double x = 0, y = 0, z = 0;
+        BodyPoint(host->aircraft().gear[0].z, 0, x, y, z);
+        camera.x = static_cast<float>(x + 8);
+        camera.y = static_cast<float>(host->getf("sim/flightmodel/position/local_y") + 30);
+        camera.z = static_cast<float>(z);
+        camera.pitch = -70;
+        camera.heading = 270;
+        camera.zoom = 1;
+    };
+    aim();
+    HoldCamera();
+    const gfx::Image before = Frame("origin-before");
+    // About 1.1 km north and 0.7 km east: the aircraft gets new local coordinates, the same spot.
+    host->shiftLocalOrigin(host->getf("sim/flightmodel/position/lat_ref") + 0.01,
+                           host->getf("sim/flightmodel/position/lon_ref") + 0.01);
+    ASSERT_GT(std::hypot(host->getf("sim/flightmodel/position/local_x"),
+                         host->getf("sim/flightmodel/position/local_z")),
+              1000);
+    aim();
+    const gfx::Image after = Frame("origin-after");
+    int same = 0;
+    for (int y = 0; y < kH; ++y)
+        for (int x = 0; x < kW; ++x)
+            same += near(after.at(x, y), channel(before.at(x, y), 24), channel(before.at(x, y), 16),
+                         channel(before.at(x, y), 8), 8)
+                        ? 1
+                        : 0;
+    // The reference point is kept in single precision: the apron may land a few centimetres off.
+    EXPECT_GT(same, kW * kH * 95 / 100);
+}
+
 /// The towing gear as the plug-in reckons it: the gear datarefs turned by roll, pitch, heading.
 void NoseGearLocal(Host& host, double& x, double& z) {
     const double gx = host.getf("sim/aircraft/parts/acf_gear_xnodef", 0);

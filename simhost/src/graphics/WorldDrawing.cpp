@@ -93,6 +93,7 @@ constexpr double kNacelleRadiusPerSpan = 0.028;
 constexpr double kNacelleLengthPerLength = 0.11;
 constexpr double kEngineSpanUse = 0.9;        ///< engines spread over this part of the half span
 constexpr double kNacelleDrop = 1.2;          ///< nacelle axis below the wing, in nacelle radii
+constexpr double kNacelleClearance = 1.3;     ///< lowest nacelle axis above the apron, in nacelle radii
 constexpr double kNacelleLead = 0.2;          ///< nacelle centre ahead of the leading edge, in half lengths
 constexpr double kStabiliserAboveAxis = 0.45; ///< of the fuselage radius, on the raised tail cone
 constexpr double kFinRootAboveAxis = 0.3;     ///< of the fuselage radius: the fin's root is inside the body
@@ -230,6 +231,7 @@ struct Shape {
     double axisY = 0;            ///< fuselage centre line
     double halfSpan = 0;
     double rootChord = 0, rootLeadingZ = 0, wingY = 0;
+    double groundY = 0; ///< the apron under the main gear of the level aircraft
 };
 
 Shape shapeOf(const simhost::Aircraft& a) {
@@ -256,6 +258,7 @@ Shape shapeOf(const simhost::Aircraft& a) {
     s.rootLeadingZ = a.tailDragger ? mainsZ - kMainsBehindLeading * s.rootChord
                                    : mainsZ + kMainsAheadOfTrailing * s.rootChord - s.rootChord;
     s.wingY = s.axisY - kWingBelowAxis * s.radius;
+    if (a.gear.size() > 1) s.groundY = a.gear[1].y - a.gear[1].legLength - a.gear[1].tyreRadius;
     return s;
 }
 
@@ -403,9 +406,10 @@ void drawWingsAndTail(const simhost::Aircraft& a, const Shape& s) {
         for (double side : {-1.0, 1.0}) {
             const double x = side * along * s.halfSpan;
             const double leading = s.rootLeadingZ + kWingSweepPerHalfSpan * along * s.halfSpan;
-            const Vec centre{
-                x, s.wingY + kDihedralPerHalfSpan * along * s.halfSpan - kNacelleDrop * nacelleRadius,
-                leading - kNacelleLead * nacelleHalf};
+            const double hung =
+                s.wingY + kDihedralPerHalfSpan * along * s.halfSpan - kNacelleDrop * nacelleRadius;
+            const Vec centre{x, std::max(hung, s.groundY + kNacelleClearance * nacelleRadius),
+                             leading - kNacelleLead * nacelleHalf};
             cylinder(centre, 2, nacelleRadius, nacelleHalf, kNacelleSides);
         }
     }
