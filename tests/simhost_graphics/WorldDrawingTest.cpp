@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -246,6 +247,29 @@ TEST_F(WorldDrawing, TheApronStaysUnderTheAircraftWhenTheLocalOriginMoves) {
                         : 0;
     // The reference point is kept in single precision: the apron may land a few centimetres off.
     EXPECT_GT(same, kW * kH * 95 / 100);
+}
+
+TEST_F(WorldDrawing, AnAircraftOfNonNumbersLeavesTheApronAndNoAircraft) {
+    Start();
+    if (::testing::Test::IsSkipped()) return;
+    Aircraft& a = host->aircraft();
+    a.sizeX = std::nan("");
+    a.gear[0].legLength = std::numeric_limits<double>::infinity();
+    const gfx::Image frame = Frame("non-numbers");
+    const CameraState cam = host->camera();
+    camera.x = cam.x;
+    camera.y = cam.y;
+    camera.z = cam.z;
+    camera.pitch = cam.pitch;
+    camera.heading = cam.heading;
+    camera.zoom = cam.zoom;
+    double x = 0, y = 0, z = 0;
+    BodyPoint(0, 0, x, y, z);
+    const Pixel centre = project(camera, x, y, z);
+    ASSERT_TRUE(centre.inFrame());
+    EXPECT_FALSE(isFuselage(frame.at(centre.x, centre.y))) << "no aircraft where it stands";
+    EXPECT_FALSE(isSky(frame.at(centre.x, centre.y)))
+        << "the apron (its lead-in line) under it: " << std::hex << frame.at(centre.x, centre.y);
 }
 
 /// The towing gear as the plug-in reckons it: the gear datarefs turned by roll, pitch, heading.

@@ -89,6 +89,7 @@ constexpr double kFinChordPerLength = 0.13;
 constexpr double kTailTipChordPerRoot = 0.5; ///< stabiliser and fin
 constexpr double kFinSweepPerHeight = 0.3;   ///< fin tip leading edge aft of its root's, per metre up
 constexpr double kTailSurfacesAhead = 0.03;  ///< of the length: trailing edges ahead of the tail's end
+constexpr int kMaxEngines = 8;               ///< as many as the aircraft keeps state for
 constexpr double kNacelleRadiusPerSpan = 0.028;
 constexpr double kNacelleLengthPerLength = 0.11;
 constexpr double kEngineSpanUse = 0.9;        ///< engines spread over this part of the half span
@@ -397,7 +398,7 @@ void drawWingsAndTail(const simhost::Aircraft& a, const Shape& s) {
         surface(root, s.rootChord, rootThick, tip, tipChord, tipThick, false);
     }
     // Engines under the wings, half on each side; a single engine sits in the nose.
-    const int perSide = a.engineCount >= 2 ? a.engineCount / 2 : 0;
+    const int perSide = std::clamp(a.engineCount, 0, kMaxEngines) / 2;
     const double nacelleRadius = kNacelleRadiusPerSpan * 2 * s.halfSpan;
     const double nacelleHalf = kNacelleLengthPerLength * s.length / 2;
     for (int e = 0; e < perSide; ++e) {
@@ -454,6 +455,15 @@ void drawGear(const simhost::Aircraft& a, const Shape& s) {
     }
 }
 
+/// True when every size and gear value of the profile is a number (the control API can set any).
+bool drawable(const simhost::Aircraft& a) {
+    bool ok = std::isfinite(a.sizeX) && std::isfinite(a.sizeZ);
+    for (const simhost::Aircraft::Gear& g : a.gear)
+        for (double v : {g.x, g.y, g.z, g.legLength, g.tyreRadius})
+            ok = ok && std::isfinite(v);
+    return ok;
+}
+
 void drawAircraft(const HostCore& c, const Shape& s) {
     const char* thetaName = "sim/flightmodel/position/theta";
     auto theta = c.datarefByName.find(thetaName);
@@ -475,13 +485,14 @@ void drawAircraft(const HostCore& c, const Shape& s) {
 } // namespace
 
 void drawWorld(const HostCore& c) {
-    const Shape shape = shapeOf(c.aircraft);
+    // A profile with non-numbers gets the apron, painted for an aircraft of no size, and no aircraft.
+    const bool aircraft = drawable(c.aircraft);
+    const Shape shape = aircraft ? shapeOf(c.aircraft) : Shape{};
     Footprint f;
     f.noseAhead = -shape.noseZ;
     f.tailBehind = shape.tailZ;
     f.halfSpan = shape.halfSpan;
-    f.frontGearAhead = 0;
-    if (!c.aircraft.gear.empty()) {
+    if (aircraft && !c.aircraft.gear.empty()) {
         double front = c.aircraft.gear[0].z;
         for (const simhost::Aircraft::Gear& g : c.aircraft.gear)
             front = std::min(front, g.z);
@@ -501,7 +512,7 @@ void drawWorld(const HostCore& c) {
     glDisable(GL_CULL_FACE);
     glDisable(GL_FOG);
     drawApron(standOf(c), f);
-    drawAircraft(c, shape);
+    if (aircraft) drawAircraft(c, shape);
     glPopAttrib();
 }
 
