@@ -272,10 +272,11 @@ TEST_F(WorldDrawing, AnAircraftOfNonNumbersLeavesTheApronAndNoAircraft) {
         << "the apron (its lead-in line) under it: " << std::hex << frame.at(centre.x, centre.y);
 }
 
-/// The towing gear as the plug-in reckons it: the gear datarefs turned by roll, pitch, heading.
-void NoseGearLocal(Host& host, double& x, double& z) {
+/// A point on gear 0's leg, `down` metres below its attach point, in the local frame: the gear
+/// datarefs turned by roll, pitch and heading as the plug-in turns them for its towing gear.
+void GearPointLocal(Host& host, double down, double& x, double& y, double& z) {
     const double gx = host.getf("sim/aircraft/parts/acf_gear_xnodef", 0);
-    const double gy = host.getf("sim/aircraft/parts/acf_gear_ynodef", 0);
+    const double gy = host.getf("sim/aircraft/parts/acf_gear_ynodef", 0) - down;
     const double gz = host.getf("sim/aircraft/parts/acf_gear_znodef", 0);
     const double phi = host.getf("sim/flightmodel/position/phi") * kDegToRad;
     const double theta = host.getf("sim/flightmodel/position/theta") * kDegToRad;
@@ -283,12 +284,15 @@ void NoseGearLocal(Host& host, double& x, double& z) {
     const double x1 = std::cos(phi) * gx + std::sin(phi) * gy, y1 = std::cos(phi) * gy - std::sin(phi) * gx;
     const double z1 = std::cos(theta) * gz + std::sin(theta) * y1;
     x = host.getf("sim/flightmodel/position/local_x") + std::cos(psi) * x1 - std::sin(psi) * z1;
+    y = host.getf("sim/flightmodel/position/local_y") + y1 * std::cos(theta) - std::sin(theta) * gz;
     z = host.getf("sim/flightmodel/position/local_z") + std::sin(psi) * x1 + std::cos(psi) * z1;
 }
 
-class NoseWheel : public WorldDrawing, public ::testing::WithParamInterface<const char*> {};
+class FirstGear : public WorldDrawing, public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(NoseWheel, StandsWhereThePlugInHooksTheTowBar) {
+/// The nose wheel (the tail wheel of the DC3, parked nose-up) is drawn where the plug-in puts the
+/// tug's tow bar: below the gear's attach point, turned with the aircraft.
+TEST_P(FirstGear, WheelStandsWhereThePlugInReckonsTheGear) {
     HostOptions o;
     o.aircraft = GetParam();
     o.startHeadingDeg = 30; // not along an axis: a wrong turn shows
@@ -297,35 +301,32 @@ TEST_P(NoseWheel, StandsWhereThePlugInHooksTheTowBar) {
     host->set("sim/flightmodel/position/local_x", 17.0);
     host->set("sim/flightmodel/position/local_z", -9.0);
     host->runFrames(1);
-    double gx = 0, gz = 0;
-    NoseGearLocal(*host, gx, gz);
+    double ax = 0, ay = 0, az = 0;
+    GearPointLocal(*host, host->getf("sim/aircraft/parts/acf_gear_leglen", 0), ax, ay, az);
     const double tyre = host->getf("sim/aircraft/parts/acf_gear_tirrad", 0);
-    const double wheelY = host->getf("sim/flightmodel/position/local_y") -
-                          host->getf("sim/flightmodel/position/y_agl") + tyre; // its axle, on the apron
-    // From the side, at axle height, 20 m east of the gear, looking west.
-    camera.x = static_cast<float>(gx + 20);
-    camera.y = static_cast<float>(wheelY);
-    camera.z = static_cast<float>(gz);
+    // From the side, at axle height, 20 m east of the wheel, looking west.
+    camera.x = static_cast<float>(ax + 20);
+    camera.y = static_cast<float>(ay);
+    camera.z = static_cast<float>(az);
     camera.heading = 270;
     camera.pitch = 0;
     camera.zoom = 2;
     HoldCamera();
-    const gfx::Image side = Frame(std::string("nose-wheel-") + GetParam());
-    const Pixel axle = project(camera, gx, wheelY, gz);
+    const gfx::Image side = Frame(std::string("first-wheel-") + GetParam());
+    const Pixel axle = project(camera, ax, ay, az);
     ASSERT_TRUE(axle.inFrame());
     EXPECT_TRUE(isDark(side.at(axle.x, axle.y)))
         << "a tyre on the gear's axle, " << std::hex << side.at(axle.x, axle.y);
     // Three tyre radii fore and aft of it there is no tyre.
     for (double off : {-3.0, 3.0}) {
         const double psi = host->getf("sim/flightmodel/position/psi") * kDegToRad;
-        const Pixel p =
-            project(camera, gx - off * tyre * std::sin(psi), wheelY, gz + off * tyre * std::cos(psi));
+        const Pixel p = project(camera, ax - off * tyre * std::sin(psi), ay, az + off * tyre * std::cos(psi));
         ASSERT_TRUE(p.inFrame());
         EXPECT_FALSE(isDark(side.at(p.x, p.y))) << "beside the wheel, " << off << " radii";
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Profiles, NoseWheel, ::testing::Values("A320", "C172", "B744"));
+INSTANTIATE_TEST_SUITE_P(Profiles, FirstGear, ::testing::Values("A320", "C172", "B744", "DC3"));
 
 TEST_F(WorldDrawing, SwitchedOffTheFrameIsThePlainSky) {
     HostOptions o;
