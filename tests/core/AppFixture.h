@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "XPLMUtilities.h"
+#include "core/LocalOrigin.h"
 #include "core/Preferences.h"
 #include "core/PublishedDataRefs.h"
 #include "core/SimulatorDataRefs.h"
@@ -71,6 +72,7 @@ protected:
         myTruckHeading = 0.0f;
         theOffset = 0.0f;
         k_KLV_Front_Gear = k_KLV_Rear_Gear = gKLVGearIndex = 0;
+        ForgetLocalOrigin(); // its dataref handles and reference point belong to the previous host
     }
 
     double X() { return host->getf("sim/flightmodel/position/local_x"); }
