@@ -25,11 +25,14 @@ double& val(HostCore& c, const char* name, size_t i = 0) {
     return ref(c, name).values.at(i);
 }
 
-/// Height of the reference point above the apron when parked, metres (from the main gear).
+/// Height of the reference point above the apron when parked, metres: the main gear's tyres touch the
+/// apron at the profile's ground pitch (body frame y up, z aft: a nose-up pitch lifts what is ahead).
 double parkedHeight(const Aircraft& a) {
     if (a.gear.size() < 2) return 0;
     const Aircraft::Gear& g = a.gear[1];
-    return -g.y + g.legLength + g.tyreRadius;
+    const double pitch = a.groundPitchDeg * kDegToRad;
+    const double contactY = g.y - g.legLength - g.tyreRadius; // the tyre's lowest point, body frame
+    return -(contactY * std::cos(pitch) - g.z * std::sin(pitch));
 }
 
 void writeAttitude(HostCore& c, double psi, double theta, double phi) {

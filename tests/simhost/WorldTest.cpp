@@ -130,6 +130,14 @@ TEST_F(World, TailDraggerSitsNoseUp) {
     EXPECT_GT(host->getf("sim/aircraft/parts/acf_gear_znodef", 0), 0); // tail wheel aft
     host->runFrames(1);
     EXPECT_NEAR(host->getf("sim/flightmodel/position/theta"), 11.5, 1e-3);
+    // Tail wheel and mains all stand on the apron (body frame y up, z aft; nose-up lifts what is ahead).
+    const double pitch = 11.5 * M_PI / 180.0;
+    const double refY = host->getf("sim/flightmodel/position/local_y");
+    for (const simhost::Aircraft::Gear& g : host->aircraft().gear) {
+        const double contactY = g.y - g.legLength - g.tyreRadius;
+        EXPECT_NEAR(refY + contactY * std::cos(pitch) - g.z * std::sin(pitch), o.startElevationM, 0.02)
+            << "gear at z " << g.z;
+    }
 }
 
 TEST_F(World, AircraftStateEditsReachTheDataRefsAndBack) {
