@@ -5,6 +5,7 @@
 
 #include "XPLMCamera.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace simhost::detail {
@@ -15,7 +16,50 @@ constexpr double kChaseBackM = 40;    ///< default view: metres behind the aircr
 constexpr double kChaseUpM = 12;      ///< metres above it
 constexpr float kChasePitchDeg = -12; ///< looking down at it
 
+// The still-spot view: a spot on the apron ahead and to the left of the aircraft's nose, chosen when
+// the view is picked; from there the camera follows the aircraft's front part.
+constexpr int kViewStillSpot = 1020;
+constexpr double kSpotAngleDeg = 35;          ///< left of the nose, seen from the reference point
+constexpr double kSpotHalfLengths = 2.2;      ///< distance from the reference point, in half lengths
+constexpr double kSpotMinDistanceM = 25;      ///< but no closer than this
+constexpr double kSpotEyeM = 4;               ///< eye height above the apron
+constexpr double kSpotAimAheadFraction = 0.4; ///< aimed this far towards the nose, in half lengths
+constexpr double kSpotAimUpM = 2;             ///< and this high above the apron
+
+double aircraftValue(const HostCore& c, const char* name) {
+    return c.datarefByName.at(name)->values[0];
+}
+
+void placeSpot(HostCore& c) {
+    const double psi = aircraftValue(c, "sim/flightmodel/position/psi");
+    const double distance = std::max(kSpotMinDistanceM, kSpotHalfLengths * c.aircraft.sizeZ);
+    const double bearing = (psi - kSpotAngleDeg) * kDegToRad; // psi 0 looks toward -z
+    c.camera.spot[0] = aircraftValue(c, "sim/flightmodel/position/local_x") + std::sin(bearing) * distance;
+    c.camera.spot[1] = c.world.groundY + kSpotEyeM;
+    c.camera.spot[2] = aircraftValue(c, "sim/flightmodel/position/local_z") - std::cos(bearing) * distance;
+}
+
+/// From the spot, looking at the aircraft's front part.
+void spotCamera(HostCore& c) {
+    const double psi = aircraftValue(c, "sim/flightmodel/position/psi") * kDegToRad;
+    const double ahead = kSpotAimAheadFraction * c.aircraft.sizeZ;
+    const double tx = aircraftValue(c, "sim/flightmodel/position/local_x") + std::sin(psi) * ahead;
+    const double tz = aircraftValue(c, "sim/flightmodel/position/local_z") - std::cos(psi) * ahead;
+    const double ty = c.world.groundY + kSpotAimUpM;
+    const double dx = tx - c.camera.spot[0], dy = ty - c.camera.spot[1], dz = tz - c.camera.spot[2];
+    for (int i = 0; i < 3; ++i)
+        c.camera.pos[i] = static_cast<float>(c.camera.spot[i]);
+    c.camera.pos[3] = static_cast<float>(std::atan2(dy, std::hypot(dx, dz)) / kDegToRad);
+    c.camera.pos[4] = static_cast<float>(wrap360(std::atan2(dx, -dz) / kDegToRad));
+    c.camera.pos[5] = 0;
+    c.camera.pos[6] = 1;
+}
+
 void defaultCamera(HostCore& c) {
+    if (c.camera.onSpot) {
+        spotCamera(c);
+        return;
+    }
     auto v = [&](const char* n) { return c.datarefByName.at(n)->values[0]; };
     const double psi = v("sim/flightmodel/position/psi");
     const double x = v("sim/flightmodel/position/local_x"), y = v("sim/flightmodel/position/local_y"),
@@ -50,6 +94,8 @@ void setViewType(int viewType, bool external) {
     c->datarefByName.at("sim/graphics/view/view_type")->values[0] = viewType;
     c->datarefByName.at("sim/graphics/view/view_is_external")->values[0] = external ? 1 : 0;
     record("view", std::to_string(viewType) + (external ? " external" : " internal"));
+    c->camera.onSpot = viewType == kViewStillSpot;
+    if (c->camera.onSpot) placeSpot(*c);
     if (c->camera.controlled && c->camera.howLong == xplm_ControlCameraUntilViewChanges) loseControl(*c);
 }
 

@@ -178,6 +178,8 @@ struct CameraRec {
     void* fn = nullptr;
     void* refcon = nullptr;
     float pos[7] = {0, 0, 0, 0, 0, 0, 1}; ///< x y z pitch heading roll zoom
+    bool onSpot = false;                  ///< the still-spot view: X-Plane's camera stands at `spot`
+    double spot[3] = {0, 0, 0};           ///< local metres, chosen when the view was picked
 };
 
 // ------------------------------------------------------------------ scenery

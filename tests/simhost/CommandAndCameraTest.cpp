@@ -5,6 +5,8 @@
 #include "XPLMCamera.h"
 #include "XPLMUtilities.h"
 
+#include <cmath>
+
 namespace {
 
 using Commands = SimhostTest;
@@ -160,6 +162,32 @@ TEST_F(Camera, ReturningZeroGivesTheCameraBack) {
     const simhost::CameraState cam = host->camera();
     EXPECT_GT(cam.z, host->getf("sim/flightmodel/position/local_z"));
     EXPECT_FLOAT_EQ(cam.heading, 0);
+}
+
+TEST_F(Camera, StillSpotStandsStillAndWatchesTheAircraft) {
+    host->runCommand("sim/view/still_spot");
+    host->runFrames(1);
+    const simhost::CameraState spot = host->camera();
+    const double x0 = host->getf("sim/flightmodel/position/local_x");
+    const double z0 = host->getf("sim/flightmodel/position/local_z");
+    EXPECT_LT(spot.z, z0) << "ahead of the aircraft, which looks north (-z)";
+    EXPECT_LT(spot.x, x0) << "to the left of its nose";
+    EXPECT_NEAR(spot.y, host->options().startElevationM + 4, 1e-3) << "at eye height on the apron";
+    EXPECT_LT(spot.pitch, 0) << "looking down at the nose";
+
+    // The aircraft backs 30 m: the camera stays and turns to follow it.
+    host->set("sim/flightmodel/position/local_z", z0 + 30);
+    host->runFrames(1);
+    const simhost::CameraState after = host->camera();
+    EXPECT_FLOAT_EQ(after.x, spot.x);
+    EXPECT_FLOAT_EQ(after.z, spot.z);
+    const double toAircraft = std::atan2(x0 - after.x, -(z0 + 30 - after.z)) * 180 / M_PI;
+    EXPECT_NEAR(std::remainder(after.heading - toAircraft, 360.0), 0, 15) << "still looking at it";
+    EXPECT_GT(std::remainder(after.heading - spot.heading, 360.0), 0) << "turned right, after the aircraft";
+
+    host->runCommand("sim/view/chase");
+    host->runFrames(1);
+    EXPECT_GT(host->camera().z, z0 + 30) << "the chase view is behind the aircraft again";
 }
 
 TEST_F(Camera, AnotherPluginTakingTheCameraIsALossForTheFirst) {
