@@ -16,12 +16,13 @@ constexpr double kChaseBackM = 40;    ///< default view: metres behind the aircr
 constexpr double kChaseUpM = 12;      ///< metres above it
 constexpr float kChasePitchDeg = -12; ///< looking down at it
 
-// The still-spot view: a spot on the apron ahead and to the left of the aircraft's nose, chosen when
-// the view is picked; from there the camera follows the aircraft's front part.
+// The still-spot view: a spot on the apron off the aircraft's left side, a little ahead, chosen when
+// the view is picked; from there the camera follows the aircraft's front part. From that far the
+// whole aircraft and a tug 15 m ahead of its nose gear fit in the picture.
 constexpr int kViewStillSpot = 1020;
-constexpr double kSpotAngleDeg = 35;          ///< left of the nose, seen from the reference point
-constexpr double kSpotHalfLengths = 2.2;      ///< distance from the reference point, in half lengths
-constexpr double kSpotMinDistanceM = 25;      ///< but no closer than this
+constexpr double kSpotAngleDeg = 70;          ///< left of the nose, seen from the reference point
+constexpr double kSpotHalfLengths = 3.0;      ///< distance from the reference point, in half lengths
+constexpr double kSpotMinDistanceM = 30;      ///< but no closer than this
 constexpr double kSpotEyeM = 4;               ///< eye height above the apron
 constexpr double kSpotAimAheadFraction = 0.4; ///< aimed this far towards the nose, in half lengths
 constexpr double kSpotAimUpM = 2;             ///< and this high above the apron
