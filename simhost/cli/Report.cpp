@@ -365,9 +365,8 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
         fs::copy_file(pluginLog, dir + "/Kalvora.log", fs::copy_options::overwrite_existing);
     std::string summaryText = formatSummary(scenario, summary);
     if (WriteCrewWav(dir + "/audio", speechTimes, dir + "/crew.wav")) summaryText += "crew audio: crew.wav\n";
-    summaryText +=
-        "frames: " + std::to_string(frames.size()) +
-        (frames.empty() ? " (rendered only when OpenGL is available)\n" : "\n");
+    summaryText += "frames: " + std::to_string(frames.size()) +
+                   (frames.empty() ? " (rendered only when OpenGL is available)\n" : "\n");
     WriteFile(dir + "/summary.txt", summaryText);
 }
 

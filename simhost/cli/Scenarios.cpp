@@ -130,6 +130,10 @@ public:
         ho.xplaneVersion = o_.xplaneVersion;
         ho.realTime = o_.realTime;
         ho.drawWorld = o_.drawWorld;
+        if (!o_.renderDir.empty()) {
+            fs::create_directories(o_.renderDir);
+            ho.render = true;
+        }
         if (!o_.reportDir.empty()) {
             fs::create_directories(o_.reportDir);
             // Frames for the report: before 11.50 the plug-in draws the truck and the GPU in
@@ -157,6 +161,7 @@ public:
         while (!Finished(host)) {
             Act(host);
             host.runFrames(1);
+            WriteFrame(host);
             Record(host);
             ShowProgress(host);
         }
@@ -256,6 +261,14 @@ private:
         if (movedAt_ >= 0) return "truck leaving";
         if (askedAt_ >= 0) return "waiting for brake";
         return "truck arriving";
+    }
+
+    /// Every frame into the render folder, when one was given.
+    void WriteFrame(Host& host) {
+        if (o_.renderDir.empty() || !host.renderingAvailable()) return;
+        char name[32];
+        std::snprintf(name, sizeof name, "/frame-%05d.png", host.frameCount());
+        host.screenshot(o_.renderDir + name);
     }
 
     /// One rendered frame a little after the truck starts arriving, pushing and leaving.

@@ -43,6 +43,7 @@ struct ScenarioOptions {
     bool progress = false; ///< a live progress line on the given stream
     bool realTime = false;
     bool drawWorld = true; ///< report frames show the apron and the aircraft
+    std::string renderDir; ///< non-empty: every frame is also written here as frame-NNNNN.png
 };
 
 /// One frame of the run (metres in the host's local frame, degrees).

@@ -165,6 +165,7 @@ int runNamedScenario(const Options& o) {
     so.progress = !o.quiet && isatty(STDERR_FILENO);
     so.realTime = o.realTime;
     so.drawWorld = !o.noWorld;
+    so.renderDir = o.renderDir;
     const simhost::cli::ScenarioSummary summary = simhost::cli::runScenario(*scenario, so, std::cerr);
     std::cout << simhost::cli::formatSummary(*scenario, summary);
     if (!o.reportDir.empty() && summary.loaded) std::cout << "report written to " << o.reportDir << "/\n";
@@ -197,7 +198,7 @@ int main(int argc, char** argv) {
     app.add_option("--xplane-version", o.xplaneVersion,
                    "version X-Plane reports (12100 = 12.1.0, 740 = 7.40)")
         ->capture_default_str();
-    app.add_option("--seconds", o.seconds, "sim seconds to run (default 5)");
+    auto* secondsOption = app.add_option("--seconds", o.seconds, "sim seconds to run (default 5)");
     app.add_option("--render", o.renderDir, "write every frame as a PNG into this folder");
     app.add_option("--scenario", o.scenario,
                    "named scenario: demo, straight, tail-right, turn-left, stop-midway, engines-running");
@@ -220,7 +221,12 @@ int main(int argc, char** argv) {
     }
     o.aircraftGiven = aircraftOption->count() > 0;
     o.headingGiven = headingOption->count() > 0;
-    if (!o.scenario.empty()) return runNamedScenario(o);
+    if (!o.scenario.empty()) {
+        // A scenario runs its own actions until it is over.
+        if (!actions.empty() || secondsOption->count() > 0)
+            std::cerr << "kalvora-sim: --at actions and --seconds are ignored with --scenario\n";
+        return runNamedScenario(o);
+    }
     try {
         return run(o, actions);
     } catch (const std::exception& e) {
