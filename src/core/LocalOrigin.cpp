@@ -8,6 +8,8 @@
 #include "motion/PushbackKinematics.h"
 #include "truck/TruckState.h"
 
+#include <cmath>
+
 namespace {
 
 /// A position the plug-in keeps in local coordinates (metres) and where it last was in the world.
@@ -59,6 +61,7 @@ void FollowLocalOrigin() {
     if (!gLonRef) gLonRef = XPLMFindDataRef("sim/flightmodel/position/lon_ref");
     if (!gLatRef || !gLonRef) return;
     const float lat = XPLMGetDataf(gLatRef), lon = XPLMGetDataf(gLonRef);
+    if (!std::isfinite(lat) || !std::isfinite(lon)) return; // nothing to compare with
     if (gKnown && (lat != gRefLatDeg || lon != gRefLonDeg)) {
         CarryIntoNewFrame();
         XPLMDebugString("Kalvora: the local frame moved; truck, GPU and push-back end point follow it\n");
