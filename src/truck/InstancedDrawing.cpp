@@ -65,7 +65,8 @@ void ReleaseInstance() {
 void AdvanceWheels() {
     if (gHaveLast) {
         const double dx = gKLVTruckX - gLastX, dz = gKLVTruckZ - gLastZ;
-        if (std::hypot(dx, dz) < kJumpMetres) {
+        // A step that is not a number (a position or heading written by another plug-in) turns nothing.
+        if (std::hypot(dx, dz) < kJumpMetres && std::isfinite(myTruckHeading)) {
             // Forward is the heading's direction: heading 0 looks along -z (north), 90 along +x (east).
             const double heading = myTruckHeading / kDegreesPerRadian;
             const double forwardMetres = dx * std::sin(heading) - dz * std::cos(heading);
