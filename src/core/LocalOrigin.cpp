@@ -2,6 +2,7 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMGraphics.h"
+#include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
 #include "core/GpuPosition.h"
 #include "core/Instancing.h"
@@ -28,8 +29,9 @@ TrackedPoint gPoints[] = {
 };
 
 XPLMDataRef gLatRef = nullptr, gLonRef = nullptr;
-bool gKnown = false;     ///< a frame and the points in it were seen
-float gRefLatDeg = 0.0f; ///< the frame's reference point when last seen, degrees
+bool gKnown = false;       ///< a frame and the points in it were seen
+int gRememberedCycle = -1; ///< host frame in which the points were last remembered
+float gRefLatDeg = 0.0f;   ///< the frame's reference point when last seen, degrees
 float gRefLonDeg = 0.0f;
 
 void Remember() {
@@ -64,15 +66,23 @@ void FollowLocalOrigin() {
     if (!std::isfinite(lat) || !std::isfinite(lon)) return; // nothing to compare with
     if (gKnown && (lat != gRefLatDeg || lon != gRefLonDeg)) {
         CarryIntoNewFrame();
+        gRememberedCycle = -1; // remembered again below, in the new frame
         XPLMDebugString("Kalvora: the local frame moved; truck, GPU and push-back end point follow it\n");
     }
     gKnown = true;
     gRefLatDeg = lat;
     gRefLonDeg = lon;
-    Remember();
+    // Once a frame is enough: a move is carried by how the remembered spot moved, which a step taken
+    // since does not change.
+    const int cycle = XPLMGetCycleNumber();
+    if (cycle != gRememberedCycle) {
+        gRememberedCycle = cycle;
+        Remember();
+    }
 }
 
 void ForgetLocalOrigin() {
     gKnown = false;
+    gRememberedCycle = -1;
     gLatRef = gLonRef = nullptr;
 }
