@@ -61,10 +61,10 @@ void defaultCamera(HostCore& c) {
         spotCamera(c);
         return;
     }
-    auto v = [&](const char* n) { return c.datarefByName.at(n)->values[0]; };
-    const double psi = v("sim/flightmodel/position/psi");
-    const double x = v("sim/flightmodel/position/local_x"), y = v("sim/flightmodel/position/local_y"),
-                 z = v("sim/flightmodel/position/local_z");
+    const double psi = aircraftValue(c, "sim/flightmodel/position/psi");
+    const double x = aircraftValue(c, "sim/flightmodel/position/local_x"),
+                 y = aircraftValue(c, "sim/flightmodel/position/local_y"),
+                 z = aircraftValue(c, "sim/flightmodel/position/local_z");
     // psi 0 looks toward -z; "behind" is the opposite way.
     c.camera.pos[0] = static_cast<float>(x - std::sin(psi * kDegToRad) * kChaseBackM);
     c.camera.pos[1] = static_cast<float>(y + kChaseUpM);
