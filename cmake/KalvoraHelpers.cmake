@@ -56,6 +56,15 @@ endfunction()
 #   "support/Corpus.h" for the corpus helpers.
 function(kalvora_add_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;LABELS" ${ARGN})
+    if(name IN_LIST KALVORA_SANITIZED_TESTS)
+        # Also run under the sanitizers of the clang build. One label word: the discovered tests take
+        # no list, and `ctest -L` matches a regular expression ("images" still finds "images-sanitized").
+        if(ARG_LABELS)
+            set(ARG_LABELS "${ARG_LABELS}-sanitized")
+        else()
+            set(ARG_LABELS sanitized)
+        endif()
+    endif()
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock GTest::gtest_main Threads::Threads)
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
