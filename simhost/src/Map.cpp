@@ -104,8 +104,7 @@ void dropMaps(HostCore& c, int pluginId) {
 void listMaps(const HostCore& c, int pluginId, std::vector<std::string>& out) {
     for (const MapLayerRec& l : c.maps.layers)
         if (l.alive && l.owner == pluginId) out.push_back("map layer " + l.map + " " + l.name);
-    for (const MapHookRec& h : c.maps.hooks)
-        if (h.alive && h.owner == pluginId) out.push_back("map creation hook");
+    // Creation hooks are not listed: the API has no call to remove one.
 }
 
 void showMap(HostCore& c, const std::string& mapId) {
