@@ -148,6 +148,15 @@ TEST_F(AnyPlugin, NavigationProgramsAndWalksTheFmsAndMarksNavaidsOnTheMap) {
                   "Navigation: FMS 0: airport XSIM 0 ft", "Navigation: FMS 1: VOR SIM 5000 ft (destination)",
                   "Navigation: FMS 2: fix ALPHA 5000 ft", "Navigation: FMS 3: lat/lon  5000 ft",
                   "Navigation: FMS 4: airport XSIM 0 ft"}));
+    // Searches as the header describes: the nearest of several matches, a frequency that leaves fixes in.
+    float nearBravoLat = 47.63f, nearBravoLon = 8.78f;
+    int vorFreq = 11485;
+    const XPLMNavRef bravo =
+        XPLMFindNavAid(nullptr, nullptr, &nearBravoLat, &nearBravoLon, nullptr, xplm_Nav_Fix);
+    EXPECT_EQ(bravo, XPLMFindNavAid("BRAVO", nullptr, nullptr, nullptr, nullptr, xplm_Nav_Fix));
+    EXPECT_NE(bravo, XPLMFindLastNavAidOfType(xplm_Nav_Fix));
+    EXPECT_EQ(XPLMFindNavAid(nullptr, nullptr, nullptr, nullptr, &vorFreq, xplm_Nav_VOR | xplm_Nav_NDB), vor);
+    EXPECT_EQ(XPLMFindNavAid(nullptr, "ALP", nullptr, nullptr, &vorFreq, xplm_Nav_Fix), alpha);
     EXPECT_EQ(host->geti("nav/entries"), 5);
     EXPECT_EQ(host->geti("nav/copilot_entries"), 5); // the plan survived its text form
     EXPECT_EQ(host->geti("nav/gps_destination"), vor);
