@@ -185,8 +185,8 @@ TEST_F(Windows, LayersKeepTheirOrderAndAModalWindowTakesEveryClick) {
     Clicks growlClicks, floatClicks, overlayClicks, modalClicks;
     XPLMWindowID growl = modernWindow(xplm_WindowLayerGrowlNotifications, &growlClicks, 400);
     XPLMWindowID floating = modernWindow(xplm_WindowLayerFloatingWindows, &floatClicks);
-    XPLMWindowID overlay =
-        modernWindow(xplm_WindowLayerFlightOverlay, &overlayClicks); // created last, still below
+    // A legacy window lives in the flight overlay: created last, it is still below the others.
+    XPLMWindowID overlay = XPLMCreateWindow(0, 300, 300, 0, 1, nullptr, nullptr, mouse, &overlayClicks);
     std::vector<int> layers;
     for (const simhost::WindowInfo& w : host->windows())
         layers.push_back(w.layer);

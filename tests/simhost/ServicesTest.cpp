@@ -57,9 +57,11 @@ TEST_F(Services, WeatherComesFromTheHostStateOrTheNearestPluginReport) {
     EXPECT_NE(std::string(metar.buffer).find(" M03/"), std::string::npos) << metar.buffer;
     XPLMBeginWeatherUpdate();
     XPLMSetWeatherAtLocation(kLat - 1, kLon, 0, &mine);
-    XPLMEndWeatherUpdate(0, 1);
+    XPLMEndWeatherUpdate(0, 1); // drops the reports at kLat + 1 and at the airport
     XPLMGetWeatherAtLocation(kLat + 1, kLon, 0, &info);
     EXPECT_NEAR(info.temperature_alt, 20, 0.01);
+    XPLMGetMETARForAirport("XSIM", &metar);
+    EXPECT_NE(std::string(metar.buffer).find(" 20/05 "), std::string::npos) << metar.buffer;
     XPLMEraseWeatherAtLocation(kLat - 1, kLon);
     XPLMGetWeatherAtLocation(kLat - 1, kLon, 0, &info);
     EXPECT_NEAR(info.temperature_alt, 20, 0.01);
