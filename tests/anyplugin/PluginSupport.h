@@ -5,6 +5,7 @@
 #include "XPLMDataAccess.h"
 #include "XPLMUtilities.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 
@@ -36,10 +37,12 @@ inline void logLine(const char* format, ...) {
     char line[512];
     va_list args;
     va_start(args, format);
-    std::vsnprintf(line, sizeof line - 1, format, args);
+    const int n = std::vsnprintf(line, sizeof line - 1, format, args);
     va_end(args);
+    const size_t end = n < 0 ? 0 : std::min<size_t>(static_cast<size_t>(n), sizeof line - 2);
+    line[end] = '\n';
+    line[end + 1] = '\0';
     XPLMDebugString(line);
-    XPLMDebugString("\n");
 }
 
 } // namespace plugin_support
