@@ -391,7 +391,8 @@ struct HostCore {
     NavState nav;
     std::deque<SoundChannelRec> sounds; ///< every channel ever played (handles stay valid)
     std::unordered_set<const void*> soundHandles;
-    int soundsWritten = 0; ///< PCM buffers written as WAVs into speechWavDir
+    std::vector<SoundChannelRec*> soundsPlaying; ///< the live channels, so a frame looks at no finished one
+    int soundsWritten = 0;                       ///< PCM buffers written as WAVs into speechWavDir
     MapState maps;
     std::deque<AvionicsRec> avionics;
     std::unordered_set<const void*> avionicsHandles;

@@ -8,6 +8,7 @@
 
 #include "XPLMSound.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 
@@ -96,12 +97,17 @@ std::string num(double v) {
 } // namespace
 
 void stepSounds(HostCore& c) {
-    // Only the channels that end this frame are touched; a frame with none playing costs one pass.
-    for (SoundChannelRec& ch : c.sounds)
-        if (ch.alive && !ch.loop && c.wallTime >= ch.endsAt) {
-            record("sound", name(ch) + " ended");
-            finish(ch, true);
+    if (c.soundsPlaying.empty()) return;
+    // A completion callback may play or stop sounds: walk a copy, then keep the live ones.
+    const std::vector<SoundChannelRec*> playing = c.soundsPlaying;
+    for (SoundChannelRec* ch : playing)
+        if (ch->alive && !ch->loop && c.wallTime >= ch->endsAt) {
+            record("sound", name(*ch) + " ended");
+            finish(*ch, true);
         }
+    c.soundsPlaying.erase(std::remove_if(c.soundsPlaying.begin(), c.soundsPlaying.end(),
+                                         [](const SoundChannelRec* ch) { return !ch->alive; }),
+                          c.soundsPlaying.end());
 }
 
 void dropSounds(HostCore& c, int pluginId) {
@@ -137,6 +143,7 @@ FMOD_CHANNEL* XPLMPlayPCMOnBus(void* audioBuffer, uint32_t bufferSize, FMOD_SOUN
     ch.callback = reinterpret_cast<void*>(inCallback);
     ch.refcon = inRefcon;
     c->soundHandles.insert(&ch);
+    c->soundsPlaying.push_back(&ch);
     record("sound", name(ch) + " play on " + kBusNames[audioType] + ": " + std::to_string(freqHz) + " Hz, " +
                         std::to_string(numChannels) + " ch, " + num(seconds) + " s" +
                         (ch.loop ? ", looping" : ""));

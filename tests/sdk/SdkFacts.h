@@ -6,13 +6,13 @@
 
 namespace sdk_facts {
 struct Fact {
-    std::string name, value; ///< function: its mangled type; struct: its size in bytes
+    std::string name, value; ///< a function's mangled type, or a size, offset or constant
 };
 } // namespace sdk_facts
 
 namespace sdk_ours {
-extern const std::vector<sdk_facts::Fact> kFunctions, kStructs;
+extern const std::vector<sdk_facts::Fact> kFunctions, kValues;
 }
 namespace sdk_official {
-extern const std::vector<sdk_facts::Fact> kFunctions, kStructs;
+extern const std::vector<sdk_facts::Fact> kFunctions, kValues;
 }
