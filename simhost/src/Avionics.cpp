@@ -1,5 +1,6 @@
 // XPLMDisplay.h's cockpit devices: built-in devices customised with
-// callbacks, handles on them, and devices plug-ins create. simhost's aircraft
+// callbacks, handles on them (all handles on one built-in device share its
+// pop-up), and devices plug-ins create. simhost's aircraft
 // has no panel, so no device is bound to it (XPLMIsAvionicsBound is 0, the bus
 // volts ratio -1) and nothing clicks on a screen or bezel. What a pop-up does
 // is kept: visibility, popping out (a pop-up stays on the one monitor),
@@ -28,14 +29,27 @@ AvionicsRec* valid(void* handle) {
     return a->alive ? a : nullptr;
 }
 
-AvionicsRec& add(HostCore& c, int width, int height) {
+/// The pop-up a record shows: a built-in device's is shared by every handle on it.
+DevicePopup& popup(AvionicsRec& a) {
+    return a.device >= 0 ? core()->builtInPopups[a.device] : a.own;
+}
+
+void placePopup(DevicePopup& p, int width, int height) {
+    p.left = kPopupLeft;
+    p.bottom = kPopupBottom;
+    p.right = p.left + width;
+    p.top = p.bottom + height;
+}
+
+AvionicsRec& add(HostCore& c, int device, int width, int height) {
     c.avionics.emplace_back();
     AvionicsRec& a = c.avionics.back();
     a.owner = caller();
-    a.left = kPopupLeft;
-    a.bottom = kPopupBottom;
-    a.right = a.left + width;
-    a.top = a.bottom + height;
+    a.device = device;
+    if (device < 0)
+        placePopup(a.own, width, height);
+    else if (!c.builtInPopups.count(device))
+        placePopup(c.builtInPopups[device], width, height);
     c.avionicsHandles.insert(&a);
     return a;
 }
@@ -72,7 +86,7 @@ void drawOne(AvionicsRec& a) {
 void drawAvionics(HostCore& c) {
     const size_t n = c.avionics.size();
     for (size_t i = 0; i < n; ++i)
-        if (c.avionics[i].alive && c.avionics[i].popupVisible) drawOne(c.avionics[i]);
+        if (c.avionics[i].alive && popup(c.avionics[i]).visible) drawOne(c.avionics[i]);
 }
 
 void dropAvionics(HostCore& c, int pluginId) {
@@ -107,8 +121,7 @@ XPLMAvionicsID XPLMRegisterAvionicsCallbacksEx(XPLMCustomizeAvionics_t* inParams
                  " is no built-in device");
         return nullptr;
     }
-    AvionicsRec& a = add(*c, kBuiltInPopupSize, kBuiltInPopupSize);
-    a.device = inParams->deviceId;
+    AvionicsRec& a = add(*c, inParams->deviceId, kBuiltInPopupSize, kBuiltInPopupSize);
     a.callbacks = true;
     a.drawBefore = reinterpret_cast<void*>(inParams->drawCallbackBefore);
     a.drawAfter = reinterpret_cast<void*>(inParams->drawCallbackAfter);
@@ -123,9 +136,7 @@ XPLMAvionicsID XPLMGetAvionicsHandle(XPLMDeviceID inDeviceID) {
     if (!c || inDeviceID < 0 || inDeviceID > kLastBuiltInDevice) return nullptr;
     for (AvionicsRec& a : c->avionics)
         if (a.alive && a.device == inDeviceID && !a.callbacks && a.owner == caller()) return &a;
-    AvionicsRec& a = add(*c, kBuiltInPopupSize, kBuiltInPopupSize);
-    a.device = inDeviceID;
-    return &a;
+    return &add(*c, inDeviceID, kBuiltInPopupSize, kBuiltInPopupSize);
 }
 
 void XPLMUnregisterAvionicsCallbacks(XPLMAvionicsID inAvionicsId) {
@@ -149,7 +160,7 @@ XPLMAvionicsID XPLMCreateAvionicsEx(XPLMCreateAvionics_t* inParams) {
             apiError(std::string("XPLMCreateAvionicsEx: device ID ") + inParams->deviceID + " is taken");
             return nullptr;
         }
-    AvionicsRec& a = add(*c, std::max(inParams->bezelWidth, inParams->screenWidth),
+    AvionicsRec& a = add(*c, -1, std::max(inParams->bezelWidth, inParams->screenWidth),
                          std::max(inParams->bezelHeight, inParams->screenHeight));
     a.deviceId = inParams->deviceID;
     a.callbacks = true;
@@ -170,12 +181,13 @@ int XPLMIsAvionicsBound(XPLMAvionicsID) {
 }
 
 void XPLMSetAvionicsBrightnessRheo(XPLMAvionicsID inHandle, float brightness) {
-    if (AvionicsRec* a = valid(inHandle)) a->brightnessRheo = std::min(1.0f, std::max(0.0f, brightness));
+    if (AvionicsRec* a = valid(inHandle))
+        popup(*a).brightnessRheo = std::min(1.0f, std::max(0.0f, brightness));
 }
 
 float XPLMGetAvionicsBrightnessRheo(XPLMAvionicsID inHandle) {
     AvionicsRec* a = valid(inHandle);
-    return a ? a->brightnessRheo : 0;
+    return a ? popup(*a).brightnessRheo : 0;
 }
 
 float XPLMGetAvionicsBusVoltsRatio(XPLMAvionicsID) {
@@ -191,17 +203,17 @@ void XPLMAvionicsNeedsDrawing(XPLMAvionicsID inHandle) {
 }
 
 void XPLMSetAvionicsPopupVisible(XPLMAvionicsID inHandle, int inVisible) {
-    if (AvionicsRec* a = valid(inHandle)) a->popupVisible = inVisible != 0;
+    if (AvionicsRec* a = valid(inHandle)) popup(*a).visible = inVisible != 0;
 }
 
 int XPLMIsAvionicsPopupVisible(XPLMAvionicsID inHandle) {
     AvionicsRec* a = valid(inHandle);
-    return a && a->popupVisible ? 1 : 0;
+    return a && popup(*a).visible ? 1 : 0;
 }
 
 void XPLMPopOutAvionics(XPLMAvionicsID inHandle) {
     // One monitor and no OS windows: the pop-up shows, inside the sim's screen.
-    if (AvionicsRec* a = valid(inHandle)) a->popupVisible = true;
+    if (AvionicsRec* a = valid(inHandle)) popup(*a).visible = true;
 }
 
 int XPLMIsAvionicsPoppedOut(XPLMAvionicsID) {
@@ -213,32 +225,34 @@ void XPLMTakeAvionicsKeyboardFocus(XPLMAvionicsID inHandle) {
     AvionicsRec* a = valid(inHandle);
     if (!a) return;
     for (AvionicsRec& other : c->avionics)
-        other.keyboardFocus = false;
-    a->keyboardFocus = true;
+        popup(other).keyboardFocus = false;
+    popup(*a).keyboardFocus = true;
 }
 
 int XPLMHasAvionicsKeyboardFocus(XPLMAvionicsID inHandle) {
     AvionicsRec* a = valid(inHandle);
-    return a && a->keyboardFocus ? 1 : 0;
+    return a && popup(*a).keyboardFocus ? 1 : 0;
 }
 
 void XPLMGetAvionicsGeometry(XPLMAvionicsID inHandle, int* outLeft, int* outTop, int* outRight,
                              int* outBottom) {
     AvionicsRec* a = valid(inHandle);
     if (!a) return;
-    if (outLeft) *outLeft = a->left;
-    if (outTop) *outTop = a->top;
-    if (outRight) *outRight = a->right;
-    if (outBottom) *outBottom = a->bottom;
+    const DevicePopup& p = popup(*a);
+    if (outLeft) *outLeft = p.left;
+    if (outTop) *outTop = p.top;
+    if (outRight) *outRight = p.right;
+    if (outBottom) *outBottom = p.bottom;
 }
 
 void XPLMSetAvionicsGeometry(XPLMAvionicsID inHandle, int inLeft, int inTop, int inRight, int inBottom) {
     AvionicsRec* a = valid(inHandle);
     if (!a || inRight <= inLeft || inTop <= inBottom) return;
-    a->left = inLeft;
-    a->top = inTop;
-    a->right = inRight;
-    a->bottom = inBottom;
+    DevicePopup& p = popup(*a);
+    p.left = inLeft;
+    p.top = inTop;
+    p.right = inRight;
+    p.bottom = inBottom;
 }
 
 void XPLMGetAvionicsGeometryOS(XPLMAvionicsID inHandle, int* outLeft, int* outTop, int* outRight,

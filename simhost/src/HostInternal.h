@@ -285,6 +285,13 @@ struct MapState {
 };
 
 // ------------------------------------------------------------------ avionics
+/// What a cockpit device's pop-up shows; one per built-in device (every handle on it shares it), one per
+/// created device.
+struct DevicePopup {
+    bool visible = false, keyboardFocus = false;
+    float brightnessRheo = 1;                     ///< ratio 0..1
+    int left = 0, top = 0, right = 0, bottom = 0; ///< boxels
+};
 struct AvionicsRec {
     int owner = 0;
     int device = -1;        ///< built-in XPLMDeviceID, -1 for a created device
@@ -293,9 +300,8 @@ struct AvionicsRec {
     void *drawBefore = nullptr, *drawAfter = nullptr, *screenDraw = nullptr, *bezelDraw = nullptr;
     void* refcon = nullptr;
     bool alive = true;
-    bool popupVisible = false, keyboardFocus = false, needsDrawing = true, drawOnDemand = false;
-    float brightnessRheo = 1;
-    int left = 0, top = 0, right = 0, bottom = 0; ///< pop-up bounds, boxels
+    bool needsDrawing = true, drawOnDemand = false;
+    DevicePopup own; ///< a created device's pop-up
 };
 
 // ------------------------------------------------------------------ weather
@@ -395,6 +401,7 @@ struct HostCore {
     int soundsWritten = 0;                       ///< PCM buffers written as WAVs into speechWavDir
     MapState maps;
     std::deque<AvionicsRec> avionics;
+    std::map<int, DevicePopup> builtInPopups; ///< by XPLMDeviceID
     std::unordered_set<const void*> avionicsHandles;
     Weather weather;
     std::vector<WeatherReport> weatherReports; ///< set by plug-ins (XPLM 4.2)

@@ -131,6 +131,8 @@ TEST_F(Services, CockpitDevicesAreRegisteredAndCreatedWithUniqueIdsAndGoWithThei
     ASSERT_NE(pfd, nullptr);
     custom.deviceId = 99;
     EXPECT_EQ(XPLMRegisterAvionicsCallbacksEx(&custom), nullptr);
+    XPLMSetAvionicsPopupVisible(XPLMGetAvionicsHandle(xplm_device_G1000_PFD_1), 1); // one device, one pop-up
+    EXPECT_EQ(XPLMIsAvionicsPopupVisible(pfd), 1);
 
     char id[] = "test_screen", name[] = "Test screen";
     XPLMCreateAvionics_t create{};
