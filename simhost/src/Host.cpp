@@ -94,7 +94,7 @@ Host::Host(HostOptions options) : impl_(new Impl) {
     installSimDataRefs(c);
     defineSimCommands(c);
     createRootMenus(c);
-    c.datarefsAnnounced = c.datarefs.size();
+    c.datarefsAnnounced = dataRefCount(c);
     worldReset(c);
     gfx::setEnabled(options.render);
     updateCamera(c);

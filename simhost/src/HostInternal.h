@@ -240,6 +240,7 @@ struct HostCore {
     int directCaller = -1;
     std::deque<DataRefRec> datarefs;
     std::unordered_map<std::string, DataRefRec*> datarefByName;
+    int xplaneDataRefsPending = 0; ///< rows of X-Plane's table (XPlaneTables.h) not made into records yet
     std::unordered_set<const void*> datarefHandles;
     std::deque<FlightLoopRec> flightLoops; ///< every loop ever made (handles stay valid, dead or alive)
     std::unordered_set<const void*> flightLoopHandles;
@@ -290,6 +291,11 @@ inline double refLon(const HostCore& c) {
     return c.refLonDeg;
 }
 
+/// Every dataref there is: those with a record and X-Plane's that no one has looked up yet.
+inline size_t dataRefCount(const HostCore& c) {
+    return c.datarefs.size() + static_cast<size_t>(c.xplaneDataRefsPending);
+}
+
 /// The live host's state, or nullptr when no Host exists.
 HostCore* core();
 /// Installs or clears the live host's state.
@@ -323,6 +329,8 @@ template <class F> void callInto(int id, const char* what, F&& f) {
 
 // ---- per-file entry points used by the Host (defined in the matching .cpp) ----
 void installSimDataRefs(HostCore& c);                                        // SimDataRefs.cpp
+DataRefRec* makeXPlaneDataRef(HostCore& c, const std::string& name);         // SimDataRefs.cpp
+void makeAllXPlaneDataRefs(HostCore& c);                                     // SimDataRefs.cpp
 DataRefRec* findDataRefRec(const std::string& name);                         // DataAccess.cpp
 DataRefRec* validDataRef(void* handle);                                      // DataAccess.cpp
 void defineSimCommands(HostCore& c);                                         // Commands.cpp

@@ -237,9 +237,10 @@ void sendToPlugin(int to, int message, void* param, int from) {
 
 void announceNewDataRefs(HostCore& c) {
     // At most once per frame, to the plug-ins that asked for it, with the new total count.
-    if (c.datarefs.size() <= c.datarefsAnnounced) return;
-    c.datarefsAnnounced = c.datarefs.size();
-    int count = static_cast<int>(c.datarefs.size());
+    const size_t total = dataRefCount(c);
+    if (total <= c.datarefsAnnounced) return;
+    c.datarefsAnnounced = total;
+    int count = static_cast<int>(total);
     constexpr int kMsgDataRefsAdded = 114;
     const size_t n = c.plugins.size();
     for (size_t i = 0; i < n; ++i) {
