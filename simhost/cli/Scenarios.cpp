@@ -355,7 +355,11 @@ const Scenario* findScenario(const std::string& name) {
 ScenarioSummary runScenario(const Scenario& scenario, const ScenarioOptions& options,
                             std::ostream& progress) {
     try {
-        return Run(scenario, options, progress).Execute();
+        // The report is written while the host lives, in whose X-Plane folder the process then works.
+        ScenarioOptions o = options;
+        for (std::string* path : {&o.reportDir, &o.renderDir})
+            if (!path->empty()) *path = fs::absolute(*path).string();
+        return Run(scenario, o, progress).Execute();
     } catch (const std::exception& e) {
         ScenarioSummary failed;
         failed.error = e.what();

@@ -219,6 +219,9 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& e) {
         return app.exit(e);
     }
+    // The process works in the host's X-Plane folder while it runs: paths are taken from here first.
+    for (std::string* path : {&o.reportDir, &o.renderDir})
+        if (!path->empty()) *path = fs::absolute(*path).string();
     o.aircraftGiven = aircraftOption->count() > 0;
     o.headingGiven = headingOption->count() > 0;
     if (!o.scenario.empty()) {

@@ -219,7 +219,9 @@ struct WorldRec {
 /// The whole host.
 struct HostCore {
     HostOptions opt;
-    std::string sandbox; ///< with trailing "/"
+    std::string sandbox; ///< with trailing "/"; the process's working directory while the host lives
+    std::string
+        launchDir; ///< the working directory the host was created in (relative paths of the control API)
     bool tempSandbox = false;
     FILE* log = nullptr;
     std::vector<TranscriptEntry> transcript;
@@ -358,7 +360,12 @@ void announceNewDataRefs(HostCore& c);                                       // 
 
 namespace simhost::detail {
 // Plug-in lifecycle (Plugins.cpp)
-int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& dataDir, std::string* error);
+int loadPluginFile(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
+                   std::string* error);
+bool installPlugin(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
+                   std::string* error);
+int installPluginsFolder(HostCore& c, const std::string& pluginsDir, std::string* error);
+std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors);
 int addInProcessPlugin(HostCore& c, InProcessPlugin p);
 bool enablePlugin(HostCore& c, int id);
 void disablePlugin(HostCore& c, int id);
