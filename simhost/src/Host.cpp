@@ -87,11 +87,15 @@ Host::Host(HostOptions options) : impl_(new Impl) {
     if (gHost) throw std::logic_error("simhost: only one Host may be alive at a time");
     HostCore& c = impl_->core;
     if (!(options.fps >= kMinFps && options.fps <= kMaxFps)) options.fps = 60;
-    c.launchDir = fs::current_path().string();
-    if (!options.speechWavDir.empty()) options.speechWavDir = fs::absolute(options.speechWavDir).string();
+    std::error_code here;
+    c.launchDir = fs::current_path(here).string();
+    if (here) c.launchDir = fs::temp_directory_path(here).string(); // the working directory was removed
+    for (std::string* dir : {&options.speechWavDir, &options.aircraftDir})
+        if (!dir->empty()) *dir = fs::absolute(*dir).string();
     c.opt = options;
     std::string why;
-    if (!loadAircraftProfile(options.aircraft, c.aircraft, &why)) throw std::runtime_error("simhost: " + why);
+    if (!loadAircraftProfile(options.aircraft, options.aircraftDir, c.aircraft, &why))
+        throw std::runtime_error("simhost: " + why);
     c.sandbox = makeSandbox(options, c.tempSandbox);
     layOutSandbox(c);
     c.log = std::fopen((c.sandbox + "Log.txt").c_str(), "w");
@@ -154,8 +158,8 @@ int Host::loadPlugin(const std::string& xplPath, const std::string& dataDir, Plu
     HostCore& c = impl_->core;
     return loadPluginFile(c, fromLaunchDir(c, xplPath), fromLaunchDir(c, dataDir), layout, error);
 }
-bool Host::installPlugin(const std::string& path, const std::string& dataDir, PluginLayout layout,
-                         std::string* error) {
+std::string Host::installPlugin(const std::string& path, const std::string& dataDir, PluginLayout layout,
+                                std::string* error) {
     HostCore& c = impl_->core;
     return detail::installPlugin(c, fromLaunchDir(c, path), fromLaunchDir(c, dataDir), layout, error);
 }
@@ -452,7 +456,7 @@ void Host::loadAircraft(const std::string& profile) {
     Aircraft a;
     std::string why;
     const std::string path = profile.find('/') == std::string::npos ? profile : fromLaunchDir(c, profile);
-    if (!loadAircraftProfile(path, a, &why)) throw std::runtime_error("simhost: " + why);
+    if (!loadAircraftProfile(path, c.opt.aircraftDir, a, &why)) throw std::runtime_error("simhost: " + why);
     c.aircraft = a;
     c.opt.aircraft = path;
     layOutSandbox(c);

@@ -362,8 +362,8 @@ namespace simhost::detail {
 // Plug-in lifecycle (Plugins.cpp)
 int loadPluginFile(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
                    std::string* error);
-bool installPlugin(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
-                   std::string* error);
+std::string installPlugin(HostCore& c, const std::string& path, const std::string& dataDir,
+                          PluginLayout layout, std::string* error);
 int installPluginsFolder(HostCore& c, const std::string& pluginsDir, std::string* error);
 std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors);
 int addInProcessPlugin(HostCore& c, InProcessPlugin p);

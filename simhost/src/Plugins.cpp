@@ -236,12 +236,12 @@ int loadPluginFile(HostCore& c, const std::string& path, const std::string& data
     return p->id;
 }
 
-bool installPlugin(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
-                   std::string* error) {
+std::string installPlugin(HostCore& c, const std::string& path, const std::string& dataDir,
+                          PluginLayout layout, std::string* error) {
     std::string why;
-    if (!installFiles(c, path, dataDir, layout, why).empty()) return true;
-    if (error) *error = why;
-    return false;
+    const fs::path xpl = installFiles(c, path, dataDir, layout, why);
+    if (xpl.empty() && error) *error = why;
+    return xpl.string();
 }
 
 int installPluginsFolder(HostCore& c, const std::string& pluginsDir, std::string* error) {

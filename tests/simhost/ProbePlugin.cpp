@@ -6,7 +6,7 @@
 // first publishes the values above; each publishes its own life as text in
 // simhost_test/<entry>/events (entry: its file's name, or its plug-in folder's),
 // e.g. "start cwd=1 started=1|enable started=3|msg102:0|msg103:0|msg104:0",
-// where started counts the copies started so far (shared data of X-Plane).
+// where started counts the copies running (shared data of X-Plane).
 #include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
 #include "XPLMProcessing.h"
@@ -54,10 +54,7 @@ float countFrames(float, float, int, void*) {
     return -1;
 }
 
-/// Publishes an int, unless another copy of the probe already does.
 XPLMDataRef publish(const char* name, XPLMGetDatai_f getter, void* refcon) {
-    XPLMDataRef existing = XPLMFindDataRef(name);
-    if (existing && XPLMIsDataRefGood(existing)) return nullptr;
     return XPLMRegisterDataAccessor(name, xplmType_Int, 0, getter, nullptr, nullptr, nullptr, nullptr,
                                     nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, refcon,
                                     nullptr);
@@ -76,6 +73,9 @@ std::string entryName() {
 int started() {
     return XPLMGetDatai(XPLMFindDataRef(kStarted));
 }
+void addStarted(int n) {
+    XPLMSetDatai(XPLMFindDataRef(kStarted), started() + n);
+}
 
 } // namespace
 
@@ -83,17 +83,19 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     std::strcpy(outName, "Probe");
     std::strcpy(outSig, "simhost.test.probe");
     std::strcpy(outDesc, "reports what the host shows it");
-    gRefs[0] = publish("simhost_test/my_id", readMyId, nullptr);
-    gRefs[1] = publish("simhost_test/frames", readFrames, nullptr);
-    gRefs[2] = publish("simhost_test/last_message", readMessage, nullptr);
-    publish("simhost_test/last_from", readMessage, &gLastFrom);
+    XPLMShareData(kStarted, xplmType_Int, nullptr, nullptr);
+    if (started() == 0) {
+        gRefs[0] = publish("simhost_test/my_id", readMyId, nullptr);
+        gRefs[1] = publish("simhost_test/frames", readFrames, nullptr);
+        gRefs[2] = publish("simhost_test/last_message", readMessage, nullptr);
+        publish("simhost_test/last_from", readMessage, &gLastFrom);
+    }
+    addStarted(1);
     XPLMRegisterFlightLoopCallback(countFrames, -1, nullptr);
 
     char xplane[512] = {};
     XPLMGetSystemPath(xplane);
     std::error_code ec;
-    XPLMShareData(kStarted, xplmType_Int, nullptr, nullptr);
-    XPLMSetDatai(XPLMFindDataRef(kStarted), started() + 1);
     gEvents = "start cwd=" + std::to_string(fs::equivalent(fs::current_path(ec), xplane, ec)) +
               " started=" + std::to_string(started());
     gEventsRef = XPLMRegisterDataAccessor(("simhost_test/" + entryName() + "/events").c_str(), xplmType_Data,
@@ -106,6 +108,7 @@ PLUGIN_API void XPluginStop(void) {
     for (XPLMDataRef r : gRefs)
         XPLMUnregisterDataAccessor(r); // last_from and the loop are left behind
     XPLMUnregisterDataAccessor(gEventsRef);
+    addStarted(-1);
     XPLMUnshareData(kStarted, xplmType_Int, nullptr, nullptr);
 }
 

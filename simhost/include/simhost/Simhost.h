@@ -25,7 +25,7 @@ enum class GraphicsEra {
 struct HostOptions {
     int xplaneVersion = 12100;     ///< what XPLMGetVersions reports as the X-Plane version
     int xplmVersion = 410;         ///< the XPLM API version reported
-    std::string aircraft = "A320"; ///< profile name (simhost/aircraft/<name>.acp) or a profile file path
+    std::string aircraft = "A320"; ///< profile name (looked up in aircraftDir) or a profile file path
     double fps = 60;               ///< frames per simulated second
     bool render = false;           ///< make an OpenGL context and call draw callbacks
     bool realTime = false;         ///< sleep so that sim time follows wall time
@@ -45,6 +45,8 @@ struct HostOptions {
     /// true: rendered frames show the apron and a stand-in of the user aircraft under the plug-ins'
     /// drawing; false: only what plug-ins draw, on the plain sky colour
     bool drawWorld = true;
+    /// Where profile names are looked up (<name>.acp); empty: simhost's own profiles (simhost/aircraft)
+    std::string aircraftDir;
 };
 
 /// Where a plug-in's files sit in Resources/plugins; X-Plane loads all three.
@@ -156,9 +158,10 @@ public:
     /// like the file beside it).
     int loadPlugin(const std::string& xplPath, const std::string& dataDir, PluginLayout layout,
                    std::string* error = nullptr);
-    /// Copies a plug-in into Resources/plugins as loadPlugin does, without loading it.
-    bool installPlugin(const std::string& path, const std::string& dataDir = "",
-                       PluginLayout layout = PluginLayout::Flat, std::string* error = nullptr);
+    /// Copies a plug-in into Resources/plugins as loadPlugin does, without loading it. Returns the
+    /// installed .xpl's path, or "" (with the reason in *error).
+    std::string installPlugin(const std::string& path, const std::string& dataDir = "",
+                              PluginLayout layout = PluginLayout::Flat, std::string* error = nullptr);
     /// Copies every plug-in of a plug-ins folder (another X-Plane's Resources/plugins): its .xpl files
     /// with their data folders and its plug-in folders. Returns how many, or -1 when it is no folder.
     int installPluginsFolder(const std::string& pluginsDir, std::string* error = nullptr);
