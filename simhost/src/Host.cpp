@@ -343,9 +343,7 @@ void Host::set(const std::string& name, double value, int index) {
             return;
         }
         if (name == "sim/flightmodel/position/y_agl") {
-            c.world.holdAgl = value; // fly at that height
-            c.datarefByName.at("sim/flightmodel/position/local_y")->values[0] = c.world.groundY + value;
-            rec->values[0] = value;
+            worldHoldHeight(c, value); // fly at that height
             return;
         }
         if (name == "sim/flightmodel/position/magpsi" || name == "sim/flightmodel/position/mag_psi") {

@@ -348,6 +348,7 @@ void worldPushEdits(HostCore& c);                                            // 
 void worldPullState(HostCore& c);                                            // World.cpp
 void worldSetAttitude(HostCore& c, double psi, double theta, double phi);    // World.cpp
 void worldShiftOrigin(HostCore& c, double refLatDeg, double refLonDeg);      // World.cpp
+void worldHoldHeight(HostCore& c, double aglM);                              // World.cpp
 double worldParkedHeight(const HostCore& c);                                 // World.cpp
 void drawFrame(HostCore& c);                                                 // Display.cpp
 void routeKey(char ch, int flags, char vkey);                                // Display.cpp

@@ -120,7 +120,9 @@ TEST_F(DataRefs, EveryDataRefXPlane12ListsHasItsTypeSizeAndWritability) {
         const int types = listedTypes(row[1], &size);
         const bool writable = row[2] == "y" && name != kClock;
         EXPECT_EQ(XPLMGetDataRefTypes(r), types) << name;
-        EXPECT_EQ(listedSize(r, types), size) << name;
+        if (row[1] != "byte[]") { // a string of varying length
+            EXPECT_EQ(listedSize(r, types), size) << name;
+        }
         EXPECT_EQ(XPLMCanWriteDataRef(r), writable ? 1 : 0) << name;
         EXPECT_EQ(writeSticks(r, types, size), writable && size > 0) << name;
     }
