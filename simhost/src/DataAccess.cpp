@@ -21,7 +21,8 @@ DataRefRec* findDataRefRec(const std::string& name) {
     HostCore* c = core();
     if (!c) return nullptr;
     auto it = c->datarefByName.find(name);
-    return it == c->datarefByName.end() ? nullptr : it->second;
+    // One of X-Plane's own that no one asked for yet gets its record now.
+    return it == c->datarefByName.end() ? makeXPlaneDataRef(*c, name) : it->second;
 }
 
 DataRefRec* validDataRef(void* handle) {
@@ -155,12 +156,13 @@ XPLMDataTypeID XPLMGetDataRefTypes(XPLMDataRef inDataRef) {
 
 int XPLMCountDataRefs(void) {
     HostCore* c = core();
-    return c ? static_cast<int>(c->datarefs.size()) : 0;
+    return c ? static_cast<int>(dataRefCount(*c)) : 0;
 }
 
 void XPLMGetDataRefsByIndex(int inOffset, int inCount, XPLMDataRef* outDataRefs) {
     HostCore* c = core();
     if (!c || !outDataRefs) return;
+    makeAllXPlaneDataRefs(*c); // indices are stable from the first listing on
     int n = clip(static_cast<int>(c->datarefs.size()), inOffset, inCount);
     for (int i = 0; i < n; ++i)
         outDataRefs[i] = &c->datarefs[inOffset + i];

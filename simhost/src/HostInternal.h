@@ -332,7 +332,9 @@ struct PlanesState {
 /// The whole host.
 struct HostCore {
     HostOptions opt;
-    std::string sandbox; ///< with trailing "/"
+    std::string sandbox; ///< with trailing "/"; the process's working directory while the host lives
+    std::string
+        launchDir; ///< the working directory the host was created in (relative paths of the control API)
     bool tempSandbox = false;
     FILE* log = nullptr;
     std::vector<TranscriptEntry> transcript;
@@ -353,6 +355,7 @@ struct HostCore {
     int directCaller = -1;
     std::deque<DataRefRec> datarefs;
     std::unordered_map<std::string, DataRefRec*> datarefByName;
+    int xplaneDataRefsPending = 0; ///< rows of X-Plane's table (XPlaneTables.h) not made into records yet
     std::unordered_set<const void*> datarefHandles;
     std::deque<FlightLoopRec> flightLoops; ///< every loop ever made (handles stay valid, dead or alive)
     std::unordered_set<const void*> flightLoopHandles;
@@ -418,6 +421,11 @@ inline double refLon(const HostCore& c) {
     return c.refLonDeg;
 }
 
+/// Every dataref there is: those with a record and X-Plane's that no one has looked up yet.
+inline size_t dataRefCount(const HostCore& c) {
+    return c.datarefs.size() + static_cast<size_t>(c.xplaneDataRefsPending);
+}
+
 /// The live host's state, or nullptr when no Host exists.
 HostCore* core();
 /// Installs or clears the live host's state.
@@ -451,6 +459,8 @@ template <class F> void callInto(int id, const char* what, F&& f) {
 
 // ---- per-file entry points used by the Host (defined in the matching .cpp) ----
 void installSimDataRefs(HostCore& c);                                        // SimDataRefs.cpp
+DataRefRec* makeXPlaneDataRef(HostCore& c, const std::string& name);         // SimDataRefs.cpp
+void makeAllXPlaneDataRefs(HostCore& c);                                     // SimDataRefs.cpp
 DataRefRec* findDataRefRec(const std::string& name);                         // DataAccess.cpp
 DataRefRec* validDataRef(void* handle);                                      // DataAccess.cpp
 void defineSimCommands(HostCore& c);                                         // Commands.cpp
@@ -466,6 +476,7 @@ void worldPushEdits(HostCore& c);                                            // 
 void worldPullState(HostCore& c);                                            // World.cpp
 void worldSetAttitude(HostCore& c, double psi, double theta, double phi);    // World.cpp
 void worldShiftOrigin(HostCore& c, double refLatDeg, double refLonDeg);      // World.cpp
+void worldHoldHeight(HostCore& c, double aglM);                              // World.cpp
 double worldParkedHeight(const HostCore& c);                                 // World.cpp
 void drawFrame(HostCore& c);                                                 // Display.cpp
 void routeKey(char ch, int flags, char vkey);                                // Display.cpp
@@ -478,7 +489,12 @@ void announceNewDataRefs(HostCore& c);                                       // 
 
 namespace simhost::detail {
 // Plug-in lifecycle (Plugins.cpp)
-int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& dataDir, std::string* error);
+int loadPluginFile(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
+                   std::string* error);
+std::string installPlugin(HostCore& c, const std::string& path, const std::string& dataDir,
+                          PluginLayout layout, std::string* error);
+int installPluginsFolder(HostCore& c, const std::string& pluginsDir, std::string* error);
+std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors);
 int addInProcessPlugin(HostCore& c, InProcessPlugin p);
 bool enablePlugin(HostCore& c, int id);
 void disablePlugin(HostCore& c, int id);

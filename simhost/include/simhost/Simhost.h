@@ -25,7 +25,7 @@ enum class GraphicsEra {
 struct HostOptions {
     int xplaneVersion = 12100;     ///< what XPLMGetVersions reports as the X-Plane version
     int xplmVersion = 410;         ///< the XPLM API version reported
-    std::string aircraft = "A320"; ///< profile name (simhost/aircraft/<name>.acp) or a profile file path
+    std::string aircraft = "A320"; ///< profile name (looked up in aircraftDir) or a profile file path
     double fps = 60;               ///< frames per simulated second
     bool render = false;           ///< make an OpenGL context and call draw callbacks
     bool realTime = false;         ///< sleep so that sim time follows wall time
@@ -45,6 +45,15 @@ struct HostOptions {
     /// true: rendered frames show the apron and a stand-in of the user aircraft under the plug-ins'
     /// drawing; false: only what plug-ins draw, on the plain sky colour
     bool drawWorld = true;
+    /// Where profile names are looked up (<name>.acp); empty: simhost's own profiles (simhost/aircraft)
+    std::string aircraftDir;
+};
+
+/// Where a plug-in's files sit in Resources/plugins; X-Plane loads all three.
+enum class PluginLayout {
+    Flat,  ///< <Name>.xpl, its data folder <Name>/ beside it (X-Plane's oldest layout)
+    Fat,   ///< <Name>/lin_x64/<Name>.xpl (win_x64, mac_x64 on those systems), data in <Name>/
+    Fat64, ///< <Name>/64/lin.xpl (win.xpl, mac.xpl), data in <Name>/ (the layout before X-Plane 11.10)
 };
 
 /// A plug-in living in the test process: callbacks instead of a .xpl file.
@@ -167,11 +176,31 @@ public:
     const HostOptions& options() const;
 
     // ---- plug-ins ----
-    /// Installs a .xpl (and its data folder beside it, if any) into the sandbox, loads, starts
-    /// and enables it. Returns its plug-in ID or -1 (with the reason in *error and the log).
+    // Relative paths are taken from the working directory the Host was created in: while a Host
+    // lives, the process's working directory is its X-Plane folder, as X-Plane's is.
+
+    /// Installs a .xpl (flat, with its data folder beside it, if any) or a plug-in folder (fat
+    /// layout, copied whole) into the sandbox's Resources/plugins, loads, starts and enables it.
+    /// Returns its plug-in ID or -1 (with the reason in *error and the log).
     int loadPlugin(const std::string& xplPath, std::string* error = nullptr);
     /// Same, with the plug-in's data folder taken from dataDir (installed as Resources/plugins/<name>/).
     int loadPlugin(const std::string& xplPath, const std::string& dataDir, std::string* error);
+    /// Same, installing the .xpl in the given layout with its data folder (dataDir, or the folder named
+    /// like the file beside it).
+    int loadPlugin(const std::string& xplPath, const std::string& dataDir, PluginLayout layout,
+                   std::string* error = nullptr);
+    /// Copies a plug-in into Resources/plugins as loadPlugin does, without loading it. Returns the
+    /// installed .xpl's path, or "" (with the reason in *error).
+    std::string installPlugin(const std::string& path, const std::string& dataDir = "",
+                              PluginLayout layout = PluginLayout::Flat, std::string* error = nullptr);
+    /// Copies every plug-in of a plug-ins folder (another X-Plane's Resources/plugins): its .xpl files
+    /// with their data folders and its plug-in folders. Returns how many, or -1 when it is no folder.
+    int installPluginsFolder(const std::string& pluginsDir, std::string* error = nullptr);
+    /// X-Plane's start-up: every plug-in in Resources/plugins that is not loaded yet is loaded in name
+    /// order and started (XPluginStart), then each is enabled (XPluginEnable); then every plug-in gets
+    /// XPLM_MSG_PLANE_LOADED (user aircraft), XPLM_MSG_AIRPORT_LOADED and XPLM_MSG_SCENERY_LOADED.
+    /// Returns the IDs of the plug-ins it started; a plug-in that fails is logged (and in *errors).
+    std::vector<int> startInstalledPlugins(std::string* errors = nullptr);
     /// Disables, stops and unloads a plug-in; whatever it registered disappears.
     void unloadPlugin(int id);
     /// Adds a plug-in made of C++ callbacks; returns its ID or -1 when start() returns 0.
