@@ -158,9 +158,14 @@ restore() {
     echo "mutants: $f could not be put back; its original is $work/original" >&2
     return 1
 }
+child= # the build or test run going on now, in its own process group (see inChild)
 finish() {
     local status=$?
     trap - EXIT INT TERM HUP
+    if [ -n "$child" ]; then
+        kill -TERM "$child" 2>/dev/null # timeout passes it on to the build or the tests
+        wait "$child" 2>/dev/null
+    fi
     restore || exit 3
     rm -rf "$work"
     exit $status
@@ -188,14 +193,23 @@ fi
 logs=$build/mutant-logs
 mkdir -p "$logs"
 
+# Runs "$@" (a timeout command) in the background and waits, so that a signal reaches the trap at once.
+inChild() {
+    "$@" &
+    child=$!
+    wait "$child"
+    local rc=$?
+    child=
+    return $rc
+}
 buildTests() { # $1: log file
-    timeout 3600 cmake --build "$build" -j "$jobs" --target "${targets[@]}" >"$1" 2>&1
+    inChild timeout 3600 cmake --build "$build" -j "$jobs" --target "${targets[@]}" >"$1" 2>&1
 }
 # Runs the suite; sets FAILED (names, one line each) and TIMEDOUT (0/1). $1: log file.
 runTests() {
     local failedLog=$build/Testing/Temporary/LastTestsFailed.log
     rm -f "$failedLog"
-    timeout 3600 ctest --test-dir "$build" -LE fuzz -j "$jobs" --timeout "$testTimeout" --no-tests=error >"$1" 2>&1
+    inChild timeout 3600 ctest --test-dir "$build" -LE fuzz -j "$jobs" --timeout "$testTimeout" --no-tests=error >"$1" 2>&1
     local rc=$?
     FAILED=$( [ -f "$failedLog" ] && sed 's/^[0-9]*://' "$failedLog" | sort -u)
     TIMEDOUT=0
