@@ -193,9 +193,12 @@ fi
 logs=$build/mutant-logs
 mkdir -p "$logs"
 
-# Runs "$@" (a timeout command) in the background and waits, so that a signal reaches the trap at once.
+# Runs "$@" (a timeout command) in the background with its output into the file $1, and waits for it,
+# so that a signal reaches the trap at once (and the trap's own messages still reach the terminal).
 inChild() {
-    "$@" &
+    local log=$1
+    shift
+    "$@" >"$log" 2>&1 &
     child=$!
     wait "$child"
     local rc=$?
@@ -203,13 +206,13 @@ inChild() {
     return $rc
 }
 buildTests() { # $1: log file
-    inChild timeout 3600 cmake --build "$build" -j "$jobs" --target "${targets[@]}" >"$1" 2>&1
+    inChild "$1" timeout 3600 cmake --build "$build" -j "$jobs" --target "${targets[@]}"
 }
 # Runs the suite; sets FAILED (names, one line each) and TIMEDOUT (0/1). $1: log file.
 runTests() {
     local failedLog=$build/Testing/Temporary/LastTestsFailed.log
     rm -f "$failedLog"
-    inChild timeout 3600 ctest --test-dir "$build" -LE fuzz -j "$jobs" --timeout "$testTimeout" --no-tests=error >"$1" 2>&1
+    inChild "$1" timeout 3600 ctest --test-dir "$build" -LE fuzz -j "$jobs" --timeout "$testTimeout" --no-tests=error
     local rc=$?
     FAILED=$( [ -f "$failedLog" ] && sed 's/^[0-9]*://' "$failedLog" | sort -u)
     TIMEDOUT=0
