@@ -1,8 +1,9 @@
 // What a plug-in has registered, and dropping all of it when it unloads, as
 // X-Plane does: datarefs become orphans (handles stay valid and read 0), every
-// callback, window, menu and hot key disappears. Commands stay: X-Plane never
+// callback, window, widget, menu and hot key disappears. Commands stay: X-Plane never
 // destroys a command, only its handlers go.
 #include "HostInternal.h"
+#include "widgets/WidgetTree.h"
 
 #include <sstream>
 
@@ -22,6 +23,7 @@ std::vector<std::string> listRegistrations(const HostCore& c, int pluginId) {
         out.push_back(s.str());
     }
     listDisplay(c, pluginId, out);
+    widgets::listWidgets(pluginId, out);
     listMenus(c, pluginId, out);
     listScenery(c, pluginId, out);
     for (const CommandRec& cmd : c.commands)

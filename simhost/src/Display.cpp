@@ -12,6 +12,7 @@
 
 #include "XPLMDisplay.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace simhost::detail {
@@ -117,6 +118,16 @@ void removeWindow(HostCore& c, WindowRec* w) {
             c.zOrder.erase(c.zOrder.begin() + static_cast<long>(i));
             break;
         }
+}
+
+/// Stores a window's rectangle with its top above its bottom and its right beyond its left, as X-Plane
+/// keeps it: a plug-in that gives the corners the other way round reads them back upright and draws
+/// from its bottom edge up.
+void setRect(WindowRec& w, int left, int top, int right, int bottom) {
+    w.left = std::min(left, right);
+    w.right = std::max(left, right);
+    w.bottom = std::min(top, bottom);
+    w.top = std::max(top, bottom);
 }
 
 WindowRec& newWindow(HostCore& c) {
@@ -336,10 +347,7 @@ XPLMWindowID XPLMCreateWindow(int inLeft, int inTop, int inRight, int inBottom, 
     HostCore* c = core();
     if (!c) return nullptr;
     WindowRec& w = newWindow(*c);
-    w.left = inLeft;
-    w.top = inTop;
-    w.right = inRight;
-    w.bottom = inBottom;
+    setRect(w, inLeft, inTop, inRight, inBottom);
     w.visible = inIsVisible != 0;
     w.draw = reinterpret_cast<void*>(inDrawCallback);
     w.key = reinterpret_cast<void*>(inKeyCallback);
@@ -356,10 +364,7 @@ XPLMWindowID XPLMCreateWindowEx(XPLMCreateWindow_t* inParams) {
         return nullptr;
     }
     WindowRec& w = newWindow(*c);
-    w.left = inParams->left;
-    w.top = inParams->top;
-    w.right = inParams->right;
-    w.bottom = inParams->bottom;
+    setRect(w, inParams->left, inParams->top, inParams->right, inParams->bottom);
     w.visible = inParams->visible != 0;
     w.draw = reinterpret_cast<void*>(inParams->drawWindowFunc);
     w.mouse = reinterpret_cast<void*>(inParams->handleMouseClickFunc);
@@ -400,12 +405,7 @@ void XPLMGetWindowGeometry(XPLMWindowID inWindowID, int* outLeft, int* outTop, i
 }
 
 void XPLMSetWindowGeometry(XPLMWindowID inWindowID, int inLeft, int inTop, int inRight, int inBottom) {
-    WindowRec* w = validWindow(inWindowID);
-    if (!w) return;
-    w->left = inLeft;
-    w->top = inTop;
-    w->right = inRight;
-    w->bottom = inBottom;
+    if (WindowRec* w = validWindow(inWindowID)) setRect(*w, inLeft, inTop, inRight, inBottom);
 }
 
 int XPLMGetWindowIsVisible(XPLMWindowID inWindowID) {

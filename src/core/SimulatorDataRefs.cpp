@@ -3,6 +3,7 @@
 #include "core/SimulatorDataRefs.h"
 
 #include "XPLMUtilities.h"
+#include "core/HostHandles.h"
 
 #include <cstdio>
 
@@ -123,6 +124,7 @@ const char* NameOfHandle(const XPLMDataRef* handle) {
 } // namespace
 
 bool InitDataRef() {
+    ForgetHostHandles();
     for (const HostDataRef& ref : kHostDataRefs)
         *ref.handle = XPLMFindDataRef(NameInUse(ref));
     for (XPLMDataRef* handle : kRequiredInOrder) {
