@@ -26,12 +26,16 @@ double startz = 0.0;
 
 namespace {
 
-constexpr float kContinue = -1.0f;          // flight loop: call again next frame
-constexpr float kTurnStep = 0.15f;          // degrees per frame
-constexpr float kBrakeSet = 1.0f;           // parking brake ratio when the aircraft stops
-constexpr float kBrakeReleased = 0.0f;      // the push moves only at exactly this ratio
-constexpr int kQuarterTurn = 90;            // degrees
-constexpr int kFullTurn = 360;              // degrees
+constexpr float kContinue = -1.0f;     // flight loop: call again next frame
+constexpr float kTurnStep = 0.15f;     // degrees per frame
+constexpr float kBrakeSet = 1.0f;      // parking brake ratio when the aircraft stops
+constexpr float kBrakeReleased = 0.0f; // the push moves only at exactly this ratio
+constexpr int kQuarterTurn = 90;       // degrees
+constexpr int kHalfTurn = 180;         // degrees
+constexpr int kFullTurn = 360;         // degrees
+/// Degrees a heading read back from the host may lie off the one written: a few hundred-thousandths
+/// of a degree are measured, so this has a wide margin and is still far below a turn step.
+constexpr double kHeadingNoiseDeg = 0.01;
 constexpr double kPushLengthPerSize = 0.75; // push length per metre of aircraft size
 constexpr double kRateSizeFactor = 0.15;    // rate = size * 0.15 / 35
 constexpr double kRateSizeDivisor = 35.0;
@@ -47,6 +51,20 @@ constexpr float kRateDown = 0.1f;
 constexpr float kRateFloor = 5.0f;
 constexpr float kWideAngle = 75.0f; // degrees
 constexpr float kNarrowAngle = 15.0f;
+
+/// Phase 2's end test. A turn ends in the frame floor(psi) shows the end heading. A push that does not
+/// turn ends at once, its heading unchanged; but the host derives psi back from the single-precision
+/// quaternion written each frame, a hair off the start (10 reads back as 9.99999619), and floor takes
+/// that for the degree below: so without a turn the heading counts as unchanged within kHeadingNoiseDeg
+/// of the degree it started in.
+bool EndHeadingReached(float psi) {
+    if (gKLVPlaneRotateDir == kRotateTailLeft || gKLVPlaneRotateDir == kRotateTailRight)
+        return static_cast<float>(std::floor(psi)) == static_cast<float>(gKLVfinalPsi);
+    double fromStartDegree = std::fmod(static_cast<double>(psi) - gKLVfinalPsi, kFullTurn);
+    if (fromStartDegree >= kHalfTurn) fromStartDegree -= kFullTurn;
+    if (fromStartDegree < -kHalfTurn) fromStartDegree += kFullTurn;
+    return fromStartDegree >= -kHeadingNoiseDeg && fromStartDegree < 1.0 + kHeadingNoiseDeg;
+}
 
 void StepPlane() {
     FollowLocalOrigin(); // the end point must be in the frame the aircraft is read in
@@ -72,7 +90,7 @@ void StepPlane() {
     if (gKLVautoPbPhase != kPhaseNone) {
         GetPlaneXZPsi(&x, &z, &psi);
         if (gKLVautoPbPhase == kPhaseTurn) {
-            if (static_cast<float>(std::floor(psi)) == static_cast<float>(gKLVfinalPsi)) {
+            if (EndHeadingReached(psi)) {
                 XPLMSetDataf(gDataParkBrake, kBrakeSet);
                 ApplyNWsteering(kSteerStraight);
                 CalcTruckSteering(kSteerStraight);
