@@ -1,6 +1,7 @@
 #include "motion/PushbackKinematics.h"
 
 #include "XPLMUtilities.h"
+#include "core/CallbackGuard.h"
 #include "core/LocalOrigin.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
@@ -10,7 +11,6 @@
 #include "utils/MathUtils.h"
 
 #include <cmath>
-#include <exception>
 
 bool gKLVisPlaneMoving = false;
 int gKLVPlaneMoveDirection = kMoveNone;
@@ -66,14 +66,13 @@ bool EndHeadingReached(float psi) {
     return fromStartDegree >= -kHeadingNoiseDeg && fromStartDegree < 1.0 + kHeadingNoiseDeg;
 }
 
-void StepPlane() {
+float StepPlane() {
     FollowLocalOrigin(); // the end point must be in the frame the aircraft is read in
-    double x = 0.0, z = 0.0;
-    float psi = 0.0f;
-    GetPlaneXZPsi(&x, &z, &psi);
-    if (!gKLVisPlaneMoving || XPLMGetDatai(gIsSimPaused) != 0) return;
+    // x, z and psi are read once the push is known to move: a value that is not a number stops a push,
+    // and must not stop what is not under way.
+    if (!gKLVisPlaneMoving || XPLMGetDatai(gIsSimPaused) != 0) return kContinue;
     if (XPLMGetDataf(gDataParkBrake) != kBrakeReleased || gKLVPlaneMoveDirection == kMoveNone)
-        return; // a brake set by the pilot halts the push without ending it
+        return kContinue; // a brake set by the pilot halts the push without ending it
 
     float rot = 0.0f;
     int steer = kSteerStraight;
@@ -87,22 +86,22 @@ void StepPlane() {
         }
     }
 
-    if (gKLVautoPbPhase != kPhaseNone) {
-        GetPlaneXZPsi(&x, &z, &psi);
-        if (gKLVautoPbPhase == kPhaseTurn) {
-            if (EndHeadingReached(psi)) {
-                XPLMSetDataf(gDataParkBrake, kBrakeSet);
-                ApplyNWsteering(kSteerStraight);
-                CalcTruckSteering(kSteerStraight);
-                gKLVautoPbPhase = kPhaseNone;
-                gKLVisPlaneMoving = false;
-                return;
-            }
-        } else if (gKLVautoPbPhase == kPhaseStraightLeg) {
-            if (EndReached(x, psi)) {
-                gKLVautoPbPhase = kPhaseTurn; // no move in this frame
-                return;
-            }
+    double x = 0.0, z = 0.0;
+    float psi = 0.0f;
+    GetPlaneXZPsi(&x, &z, &psi);
+    if (gKLVautoPbPhase == kPhaseTurn) {
+        if (EndHeadingReached(psi)) {
+            XPLMSetDataf(gDataParkBrake, kBrakeSet);
+            ApplyNWsteering(kSteerStraight);
+            CalcTruckSteering(kSteerStraight);
+            gKLVautoPbPhase = kPhaseNone;
+            gKLVisPlaneMoving = false;
+            return kContinue;
+        }
+    } else if (gKLVautoPbPhase == kPhaseStraightLeg) {
+        if (EndReached(x, psi)) {
+            gKLVautoPbPhase = kPhaseTurn; // no move in this frame
+            return kContinue;
         }
     }
 
@@ -119,22 +118,14 @@ void StepPlane() {
     CalcPBxz(d, &nx, &nz);
     const float newPsi = psi + rot; // not wrapped: the host wraps the quaternion's heading
     ApplyPosition(nx, nz, newPsi);
+    return kContinue;
 }
 
 } // namespace
 
 float PlaneMoveCallBack(float /*elapsedSinceLastCall*/, float /*elapsedSinceLastLoop*/, int /*counter*/,
                         void* /*refcon*/) {
-    try {
-        StepPlane();
-    } catch (const std::exception& e) {
-        XPLMDebugString("Kalvora: push step failed: ");
-        XPLMDebugString(e.what());
-        XPLMDebugString("\n");
-    } catch (...) {
-        XPLMDebugString("Kalvora: push step failed\n");
-    }
-    return kContinue;
+    return GuardCallback("push step", kContinue, StepPlane);
 }
 
 void CalcPBxz(double d, double* x, double* z) {
@@ -151,7 +142,7 @@ void CalcFinalxz(int length, double* fx, double* fz) {
 }
 
 void CalcFinalPsi(int rotateDir, int* finalPsi) {
-    const int h = TruncateToInt(XPLMGetDataf(gPositionPsi)); // truncated toward zero
+    const int h = TruncateToInt(ReadHostFloat(gPositionPsi)); // truncated toward zero
     if (rotateDir == kRotateTailLeft) {
         *finalPsi = h + kQuarterTurn;
         if (*finalPsi > kFullTurn) *finalPsi = h - (kFullTurn - kQuarterTurn); // exactly 360 is kept
