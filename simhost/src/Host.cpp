@@ -195,6 +195,8 @@ void Host::runFrames(int n) {
         if (!c.paused) worldStep(c, dt);
         runFlightLoops(c, 1);
         c.lastFlightLoopDispatch = c.wallTime;
+        stepSounds(c);
+        stepMaps(c);
         updateCamera(c);
         drawFrame(c);
         worldPullState(c);

@@ -5,6 +5,10 @@
 
 namespace {
 
+InstancingApi gApi;
+bool gLookedUp = false; ///< gApi holds what this host gave
+bool gAll = false;      ///< the host gave every function
+
 template <typename F> bool Find(F& fn, const char* name) {
     fn = reinterpret_cast<F>(XPLMFindSymbol(name));
     return fn != nullptr;
@@ -14,11 +18,17 @@ template <typename F> bool Find(F& fn, const char* name) {
 
 const InstancingApi* HostInstancing() {
     if (XPVersion < kFirstVersionWithoutDrawPhases) return nullptr;
-    // Looked up once: the plug-in is unloaded with its host's API, so the addresses never go stale.
-    static InstancingApi api;
-    static const bool all =
-        Find(api.loadObject, "XPLMLoadObject") & Find(api.unloadObject, "XPLMUnloadObject") &
-        Find(api.createInstance, "XPLMCreateInstance") & Find(api.destroyInstance, "XPLMDestroyInstance") &
-        Find(api.setPosition, "XPLMInstanceSetPosition");
-    return all ? &api : nullptr;
+    if (!gLookedUp) {
+        gAll = Find(gApi.loadObject, "XPLMLoadObject") & Find(gApi.unloadObject, "XPLMUnloadObject") &
+               Find(gApi.createInstance, "XPLMCreateInstance") &
+               Find(gApi.destroyInstance, "XPLMDestroyInstance") &
+               Find(gApi.setPosition, "XPLMInstanceSetPosition");
+        gLookedUp = true;
+    }
+    return gAll ? &gApi : nullptr;
+}
+
+void ForgetHostInstancing() {
+    gApi = InstancingApi{};
+    gLookedUp = gAll = false;
 }

@@ -3,6 +3,7 @@
 #include "core/SimulatorDataRefs.h"
 
 #include "XPLMUtilities.h"
+#include "core/HostHandles.h"
 
 #include <cfloat>
 #include <cmath>
@@ -139,6 +140,7 @@ template <typename Value> Value Checked(Value value, XPLMDataRef ref, int index 
 } // namespace
 
 bool InitDataRef() {
+    ForgetHostHandles();
     for (const HostDataRef& ref : kHostDataRefs)
         *ref.handle = XPLMFindDataRef(NameInUse(ref));
     for (XPLMDataRef* handle : kRequiredInOrder) {

@@ -49,7 +49,9 @@ extern XPLMDataRef gPrefShowATCmessage;  ///< host's text output of spoken messa
 extern XPLMDataRef gIsSimPaused;         ///< int
 extern XPLMDataRef gNumberEngine;        ///< int
 
-/// Looks up every host dataref (names chosen by XPVersion); true when every required one was found.
+/// Binds the plug-in to the host it runs in: forgets every handle cached from an earlier one
+/// (ForgetHostHandles), then looks up every host dataref (names chosen by XPVersion); true when
+/// every required one was found.
 bool InitDataRef();
 
 /// True for a number the plug-in may compute with and hand back to the host: finite and within single

@@ -43,6 +43,10 @@ TEST_F(StartStopTest, StartAndEnableWriteTheLogInOrder) {
     EXPECT_EQ(std::vector<std::string>(log.begin() + trucks + 1, log.begin() + services),
               (std::vector<std::string>{"TugA.obj", "TugB.obj"}));
     EXPECT_EQ(log[services + 1], "GPU.obj");
+    // The preferred truck is not among them: the default one is tried, and the truck loader says so here.
+    ASSERT_GT(log.size(), static_cast<size_t>(enabling + 1));
+    EXPECT_EQ(log[enabling + 1], "[WRNG] Failed to load object " + (PluginFolder() / "KLVdefault").string() +
+                                     " (path: " + PluginFolder().string() + "/)");
     // No preferences file yet: the container is empty and the file is written only at stop.
     EXPECT_FALSE(fs::exists(PrefsPath()));
 
@@ -87,6 +91,15 @@ TEST_F(StartStopTest, RegistersEverythingWhileEnabledAndTheHotKeyOnlyWhileEnable
 
 TEST_F(StartStopTest, AfterStopOnlyFlightLoopsAndMenusAreLeftToTheHost) {
     Load();
+    // Open at stop: preferences awaiting a key, the free-move panel, About, the crew's message on the
+    // GPU and the warning that refuses a push beside it.
+    for (const char* item :
+         {"Preferences...", "Tools/Free move panel", "About...", "GPU", "Push straight back"})
+        ASSERT_TRUE(host->pickMenu(std::string(kMenu) + "/" + item)) << item;
+    ASSERT_TRUE(simhost::clickWidget(*host, simhost::findWidget("Assign new")));
+    host->runFrames(2);
+    ASSERT_FALSE(DialogTexts("Warning...").empty());
+    ASSERT_GE(host->windows().size(), 5u);
     Unload();
     const std::vector<std::string>& left = host->leftoversAtLastUnload();
     for (const std::string& r : left)

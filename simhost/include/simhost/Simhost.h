@@ -111,7 +111,9 @@ struct WindowInfo {
     int left, top, right, bottom; ///< screen pixels, origin bottom-left
     bool visible;
     bool hasKeyboardFocus;
-    std::string title; ///< XPLMSetWindowTitle, if any
+    std::string title;  ///< XPLMSetWindowTitle, if any
+    int decoration = 0; ///< XPLMWindowDecoration (1: the host draws a frame and title bar)
+    int layer = 0;      ///< XPLMWindowLayer
 };
 
 /// An object instance a plug-in placed in the world (XPLMCreateInstance).
@@ -123,6 +125,35 @@ struct InstanceInfo {
     bool positioned = false;                ///< XPLMInstanceSetPosition was called
     std::vector<std::string> datarefs;      ///< names given at creation
     std::vector<float> data;                ///< last values, one per name
+};
+
+/// AI aircraft X-Plane can run besides the user's (its classic multiplayer set plane1..plane19).
+constexpr int kMaxAiAircraft = 19;
+
+/// The weather simhost reports where no plug-in set its own (XPLMGetWeatherAtLocation,
+/// XPLMGetMETARForAirport). Values at the apron; aloft, temperature falls 6.5 K per km and pressure as
+/// in the standard atmosphere.
+struct Weather {
+    float temperatureC = 15;
+    float dewpointC = 5;
+    float qnhPa = 101325; ///< sea-level pressure, Pascals
+    float windDirDeg = 0; ///< where the wind comes from, degrees true
+    float windSpeedMps = 0;
+    float gustMps = 0; ///< total speed in gusts, 0: none
+    float visibilityM = 10000;
+    float precipRatio = 0;               ///< 0..1
+    float cloudCoverage = 0;             ///< 0..1 of the one cloud layer; 0: clear sky
+    float cloudBaseM = 0, cloudTopM = 0; ///< metres MSL
+    std::string metar;                   ///< the airport's METAR; empty: composed from the values above
+};
+
+/// An icon or label a plug-in's map layer drew in the last frame of a shown map.
+struct MapMark {
+    std::string map, layer; ///< map identifier, layer name
+    std::string kind;       ///< "icon" or "label"
+    std::string text;       ///< the label's text, or the icon sheet's path
+    float x = 0, y = 0;     ///< map units
+    float rotationDeg = 0;
 };
 
 /// The emulated X-Plane.
@@ -202,6 +233,21 @@ public:
     /// somewhere else) unless XPLMInstanceSetAutoShift was called for them. No message is sent.
     void shiftLocalOrigin(double refLatDeg, double refLonDeg);
 
+    /// Number of AI aircraft besides the user's (0..kMaxAiAircraft), as in X-Plane's settings.
+    void setAiAircraftCount(int count);
+    /// The weather every place has unless a plug-in set its own.
+    void setWeather(const Weather& weather);
+    const Weather& weather() const;
+
+    // ---- maps ----
+    /// Opens a map (XPLM_MAP_USER_INTERFACE, XPLM_MAP_IOS): the creation hooks are told, layers may be
+    /// created in it, and from the next frame on its layers draw each frame.
+    void showMap(const std::string& mapId);
+    /// Closes a map: its layers hear they will be deleted and are gone.
+    void hideMap(const std::string& mapId);
+    /// Icons and labels the layers of shown maps drew in the last frame.
+    const std::vector<MapMark>& mapMarks() const;
+
     // ---- menus ----
     std::string menuTree() const;
     /// Picks an item by its path of names, "Plugins/Kalvora/Push straight back". False if absent or disabled.
@@ -221,6 +267,9 @@ public:
     void mouseDrag(int x, int y);
     void mouseUp(int x, int y);
     void scroll(int x, int y, int clicks);
+    /// Resizes a window as a user dragging its frame's corner would (top-left corner stays), within its
+    /// resizing limits; false for an unknown window or one the user cannot resize.
+    bool resizeWindow(int windowId, int width, int height);
 
     // ---- commands ----
     /// Runs a command once (begin then end). False when no such command exists.
