@@ -130,6 +130,12 @@ std::string NameOfRef(XPLMDataRef value) {
     return "a host dataref";
 }
 
+std::string ReadAs(const std::string& name, double value) {
+    char number[32]; // "%g" of any double fits
+    std::snprintf(number, sizeof number, "%g", value);
+    return name + " read as " + number;
+}
+
 template <typename Value> Value Checked(Value value, XPLMDataRef ref, int index = -1) {
     if (IsUsableNumber(value)) return value;
     std::string name = NameOfRef(ref);
@@ -155,14 +161,6 @@ bool InitDataRef() {
 bool IsUsableNumber(double value) {
     return std::isfinite(value) && std::fabs(value) <= FLT_MAX;
 }
-
-namespace {
-std::string ReadAs(const std::string& name, double value) {
-    char number[32]; // "%g" of any double fits
-    std::snprintf(number, sizeof number, "%g", value);
-    return name + " read as " + number;
-}
-} // namespace
 
 NonFiniteHostValue::NonFiniteHostValue(const std::string& name, double read)
     : std::runtime_error(ReadAs(name, read)), dataref(name), value(read) {}

@@ -8,6 +8,7 @@
 
 #include <climits>
 #include <functional>
+#include <sstream>
 
 namespace kalvora_test {
 namespace {
@@ -16,57 +17,26 @@ using HostileValuesTest = LoadedPluginTest;
 
 const double kHostile[] = {NAN, INFINITY, -INFINITY, 1e30, -1e30, -1.0};
 
-struct Target {
-    const char* name;
-    int index;    ///< -1: a scalar
-    bool restore; ///< written back afterwards (never the status datarefs: a write is an action)
-    bool integer; ///< a published int: the value goes through the int conversion another plug-in makes
-};
-
-const Target kTargets[] = {
-    {"halvern/kalvora/PBstatus", -1, false, true},
-    {"halvern/kalvora/GPUstatus", -1, false, true},
-    {"halvern/kalvora/truck/position_ogl_x", -1, true, false},
-    {"halvern/kalvora/truck/position_ogl_y", -1, true, false},
-    {"halvern/kalvora/truck/position_ogl_z", -1, true, false},
-    {"halvern/kalvora/truck/position_hdg", -1, true, false},
-    {"halvern/kalvora/GPU/position_ogl_x", -1, true, false},
-    {"halvern/kalvora/GPU/position_ogl_y", -1, true, false},
-    {"halvern/kalvora/GPU/position_ogl_z", -1, true, false},
-    {"halvern/kalvora/truck/wheel_rotation_deg", -1, false, false},
-    {"halvern/kalvora/truck/steering_deg", -1, false, false},
-    {"sim/flightmodel/position/local_x", -1, true, false},
-    {"sim/flightmodel/position/local_y", -1, true, false},
-    {"sim/flightmodel/position/local_z", -1, true, false},
-    {"sim/flightmodel/position/psi", -1, true, false},
-    {"sim/flightmodel/position/theta", -1, true, false},
-    {"sim/flightmodel/position/phi", -1, true, false},
-    {"sim/flightmodel/position/groundspeed", -1, false, false}, // set by the sim: a taxi speed
-    {"sim/flightmodel/position/y_agl", -1, true, false},
-    {"sim/flightmodel/position/lat_ref", -1, true, false},
-    {"sim/flightmodel/position/lon_ref", -1, true, false},
-    {"sim/aircraft/parts/acf_gear_xnodef", 0, true, false},
-    {"sim/aircraft/parts/acf_gear_ynodef", 0, true, false},
-    {"sim/aircraft/parts/acf_gear_znodef", 0, true, false},
-    {"sim/aircraft/parts/acf_gear_leglen", 0, true, false},
-    {"sim/aircraft/parts/acf_gear_tirrad", 0, true, false},
-    {"sim/aircraft/parts/acf_gear_znodef", 1, true, false},
-    {"sim/aircraft/view/acf_size_x", -1, true, false},
-    {"sim/aircraft/view/acf_size_z", -1, true, false},
-    {"sim/aircraft/engine/acf_num_engines", -1, true, false},
-    {"sim/flightmodel/engine/ENGN_N1_", 0, true, false},
-    {"sim/flightmodel/engine/ENGN_bat_volt", 0, true, false},
-    {"sim/flightmodel/engine/ENGN_bat_volt", 1, true, false},
-    {"sim/joystick/yolk_heading_ratio", -1, true, false},
-    {"sim/joystick/has_joystick", -1, true, false},
-    {"sim/flightmodel/controls/parkbrake", -1, true, false},
-    {"sim/cockpit/switches/gear_handle_status", -1, true, false},
-    {"sim/cockpit/electrical/cockpit_lights_on", -1, true, false},
-    {"sim/graphics/view/view_is_external", -1, true, false},
-    {"sim/graphics/view/view_type", -1, true, false},
-    {"sim/operation/prefs/text_out", -1, true, false},
-    {"sim/time/paused", -1, true, false},
-};
+/// Every dataref Kalvora publishes, then every host dataref it reads ("[i]": an array element).
+const char* const kTargets =
+    "halvern/kalvora/PBstatus halvern/kalvora/GPUstatus halvern/kalvora/truck/position_ogl_x "
+    "halvern/kalvora/truck/position_ogl_y halvern/kalvora/truck/position_ogl_z "
+    "halvern/kalvora/truck/position_hdg halvern/kalvora/GPU/position_ogl_x "
+    "halvern/kalvora/GPU/position_ogl_y halvern/kalvora/GPU/position_ogl_z "
+    "halvern/kalvora/truck/wheel_rotation_deg halvern/kalvora/truck/steering_deg "
+    "sim/flightmodel/position/local_x sim/flightmodel/position/local_y sim/flightmodel/position/local_z "
+    "sim/flightmodel/position/psi sim/flightmodel/position/theta sim/flightmodel/position/phi "
+    "sim/flightmodel/position/groundspeed sim/flightmodel/position/y_agl sim/flightmodel/position/lat_ref "
+    "sim/flightmodel/position/lon_ref sim/aircraft/parts/acf_gear_xnodef[0] "
+    "sim/aircraft/parts/acf_gear_ynodef[0] sim/aircraft/parts/acf_gear_znodef[0] "
+    "sim/aircraft/parts/acf_gear_leglen[0] sim/aircraft/parts/acf_gear_tirrad[0] "
+    "sim/aircraft/parts/acf_gear_znodef[1] sim/aircraft/view/acf_size_x sim/aircraft/view/acf_size_z "
+    "sim/aircraft/engine/acf_num_engines sim/flightmodel/engine/ENGN_N1_[0] "
+    "sim/flightmodel/engine/ENGN_bat_volt[0] sim/flightmodel/engine/ENGN_bat_volt[1] "
+    "sim/joystick/yolk_heading_ratio sim/joystick/has_joystick sim/flightmodel/controls/parkbrake "
+    "sim/cockpit/switches/gear_handle_status sim/cockpit/electrical/cockpit_lights_on "
+    "sim/graphics/view/view_is_external sim/graphics/view/view_type sim/operation/prefs/text_out "
+    "sim/time/paused";
 
 /// What another plug-in's int conversion makes of a hostile number (NaN gives 0, as X-Plane reads it).
 double AsInt(double value) {
@@ -132,11 +102,17 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
     for (const auto& phase : phases) {
         phase.reach();
         ASSERT_TRUE(phase.holds()) << "never reached: " << phase.name;
-        for (const Target& t : kTargets) {
+        std::istringstream targets(kTargets);
+        for (std::string target; targets >> target;) {
+            const std::string::size_type bracket = target.find('[');
+            const std::string name = target.substr(0, bracket);
+            const int index = bracket == std::string::npos ? -1 : std::stoi(target.substr(bracket + 1));
+            // A status write is an action: never written back, and an int as another plug-in makes it.
+            const bool status = name.find("status") != std::string::npos;
             for (const double bad : kHostile) {
-                const std::string what = std::string(phase.name) + ": " + t.name + "[" +
-                                         std::to_string(t.index) + "] = " + std::to_string(bad);
-                const double before = host->getf(t.name, std::max(t.index, 0));
+                const std::string what =
+                    std::string(phase.name) + ": " + target + " = " + std::to_string(bad);
+                const double before = host->getf(name, std::max(index, 0));
                 // Where the sim itself moves or turns the aircraft for a hostile value (a taxi speed,
                 // an attitude), the aircraft is put back as it stood.
                 const char* const kept[] = {kLocalX, kLocalZ, "sim/flightmodel/position/theta",
@@ -144,7 +120,7 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
                 double stood[5];
                 for (int i = 0; i < 5; ++i)
                     stood[i] = host->getf(kept[i]);
-                host->set(t.name, t.integer ? AsInt(bad) : bad, t.index);
+                host->set(name, status ? AsInt(bad) : bad, index);
                 host->runFrames(2);
                 for (const simhost::InstanceInfo& i : host->instances()) {
                     ++placements;
@@ -152,15 +128,14 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
                                 std::isfinite(i.heading))
                         << what << ": " << i.objectPath;
                 }
-                if (t.restore) host->set(t.name, before, t.index);
-                if (t.name == std::string(kGroundSpeed)) host->set(kGroundSpeed, 0.0); // stop taxiing
+                if (!status) host->set(name, name == kGroundSpeed ? 0.0 : before, index); // 0: no taxiing
                 for (int i = 0; i < 5; ++i)
                     host->set(kept[i], stood[i]);
                 host->runFrames(1);
                 ASSERT_TRUE(host->pluginEnabled(id)) << what;
                 const std::vector<std::string> written = host->transcriptTexts("dataref");
                 ASSERT_TRUE(written.empty()) << what << ": " << written.front();
-                if (t.name == std::string("sim/flightmodel/position/psi") && !std::isfinite(bad) &&
+                if (name == "sim/flightmodel/position/psi" && !std::isfinite(bad) &&
                     std::string(phase.name).rfind("GPU", 0) != 0) {
                     EXPECT_FALSE(pushing()) << what << ": the push goes on without a heading";
                 }
