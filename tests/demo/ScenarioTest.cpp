@@ -3,6 +3,8 @@
 #include "Scenarios.h"
 
 #include "simhost/Simhost.h"
+#include "support/Files.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,11 +18,11 @@
 #include <sstream>
 #include <string>
 
-#include <unistd.h>
-
 namespace {
 
 namespace fs = std::filesystem;
+using kalvora_test::ReadFile;
+using kalvora_test::TempFolder;
 using simhost::cli::Scenario;
 using simhost::cli::ScenarioOptions;
 using simhost::cli::ScenarioSummary;
@@ -37,22 +39,12 @@ double ExpectedFinalHeading(double start, bool tailLeft) {
     return static_cast<int>(start) + (tailLeft ? 90 : -90);
 }
 
-std::string ReadFile(const fs::path& path) {
-    std::ifstream in(path);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
 class ScenarioTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        report = fs::temp_directory_path() / ("kalvora-demo-test-" + std::to_string(::getpid()));
-        fs::remove_all(report);
         options.plugin = KALVORA_BINARY_DIR "/plugin/Kalvora.xpl";
         options.dataDir = KALVORA_SOURCE_DIR "/assets/Kalvora";
     }
-    void TearDown() override { fs::remove_all(report); }
 
     ScenarioSummary Run(const std::string& name) {
         const Scenario* s = simhost::cli::findScenario(name);
@@ -65,12 +57,12 @@ protected:
         return summary;
     }
 
-    fs::path report;
+    const TempFolder report;
     ScenarioOptions options;
 };
 
 TEST_F(ScenarioTest, DemoPushesTheLengthOfTheAircraftThenTurnsTailLeft) {
-    options.reportDir = report.string();
+    options.reportDir = report.path();
     const ScenarioSummary s = Run("demo");
     ASSERT_TRUE(s.loaded);
     EXPECT_TRUE(s.cleared);

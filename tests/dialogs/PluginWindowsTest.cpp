@@ -2,7 +2,7 @@
 // the windows open from "Kalvora" and "Tools", preferences reach the file at
 // stop, the truck view takes the camera. Pictures of every window are written
 // to $KALVORA_SCREENSHOT_DIR (default <build>/dialogs-screenshots/).
-#include "lifecycle/LoadedPlugin.h"
+#include "support/InstalledPlugin.h"
 #include "dialogs/ShownWindow.h"
 #include "graphics/GraphicsHooks.h"
 
@@ -15,29 +15,20 @@
 namespace kalvora_test {
 namespace {
 
-class PluginWindowsTest : public LoadedPluginTest {
+class PluginWindowsTest : public InstalledPluginTest {
 protected:
     void SetUp() override {
-        LoadedPluginTest::SetUp();
-        fs::copy(KALVORA_SOURCE_DIR "/assets/Kalvora/Bitmaps", root / "dist" / "Kalvora" / "Bitmaps");
+        InstalledPluginTest::SetUp();
+        fs::copy(KALVORA_SOURCE_DIR "/assets/Kalvora/Bitmaps", DataFolder() / "Bitmaps");
         options.render = true;
     }
 
     simhost::WidgetHandle Window(const std::string& title) { return ShownWindow(title); }
 
-    bool Pick(const std::string& item) { return host->pickMenu(std::string(kMenu) + "/" + item); }
     bool ClickText(simhost::WidgetHandle under, const std::string& text) {
         simhost::WidgetHandle w = simhost::findWidget(text, under);
         return w && simhost::clickWidget(*host, w);
     }
-    bool Registered(const std::string& what) { return Count(what) > 0; }
-    /// How many of the plug-in's registrations start with `what`.
-    long Count(const std::string& what) {
-        const std::vector<std::string> all = host->registrations(id);
-        return std::count_if(all.begin(), all.end(),
-                             [&](const std::string& l) { return l.rfind(what, 0) == 0; });
-    }
-
     /// Writes a picture of the window when the host draws.
     void Picture(simhost::WidgetHandle window, const std::string& name) {
         if (!host->renderingAvailable()) return;
@@ -130,25 +121,25 @@ TEST_F(PluginWindowsTest, KeySniffersNeverOutliveTheirWindowOrTheEnable) {
     ASSERT_TRUE(ClickText(prefs, "Assign new"));
     host->pressKey(XPLM_VK_F5);
     ASSERT_TRUE(ClickText(prefs, "Key is: F5")); // "Assign new" again, once a key was caught
-    EXPECT_EQ(Count("key sniffer"), 1);
-    host->disablePlugin(id);
-    EXPECT_EQ(Count("key sniffer"), 0) << "a disabled plug-in keeps no keys from the others";
-    ASSERT_TRUE(host->enablePlugin(id));
+    EXPECT_EQ(Registered("key sniffer"), 1);
+    host->disablePlugin(kalvora);
+    EXPECT_EQ(Registered("key sniffer"), 0) << "a disabled plug-in keeps no keys from the others";
+    ASSERT_TRUE(host->enablePlugin(kalvora));
     ASSERT_TRUE(ClickText(prefs, "Key is: F5"));
     ASSERT_TRUE(ClickText(prefs, "Cancel"));
-    EXPECT_EQ(Count("key sniffer"), 0);
+    EXPECT_EQ(Registered("key sniffer"), 0);
     host->pressKey(XPLM_VK_F12);
     host->runFrames(2);
     EXPECT_TRUE(host->camera().controlled) << "the truck-view key reaches its hot key again";
 
     ASSERT_TRUE(Pick("Tools/Free move panel"));
-    EXPECT_EQ(Count("key sniffer"), 1);
-    host->disablePlugin(id);
-    EXPECT_EQ(Count("key sniffer"), 0);
-    ASSERT_TRUE(host->enablePlugin(id));
-    EXPECT_EQ(Count("key sniffer"), 1) << "the open panel takes its keys again";
+    EXPECT_EQ(Registered("key sniffer"), 1);
+    host->disablePlugin(kalvora);
+    EXPECT_EQ(Registered("key sniffer"), 0);
+    ASSERT_TRUE(host->enablePlugin(kalvora));
+    EXPECT_EQ(Registered("key sniffer"), 1) << "the open panel takes its keys again";
     ASSERT_TRUE(simhost::clickCloseBox(*host, Window("Truck Movements Control Panel")));
-    EXPECT_EQ(Count("key sniffer"), 0);
+    EXPECT_EQ(Registered("key sniffer"), 0);
 }
 
 TEST_F(PluginWindowsTest, TheCrewMessageIsReadableInsideItsBoxOnEveryHost) {
@@ -159,17 +150,15 @@ TEST_F(PluginWindowsTest, TheCrewMessageIsReadableInsideItsBoxOnEveryHost) {
         options.xplaneVersion = version;
         options.sandboxDir = (root / ("xplane-" + std::to_string(version))).string();
         fs::create_directories(options.sandboxDir);
-        host = std::make_unique<simhost::Host>(options);
+        shippedData = true;
+        Load();
         if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL context";
-        std::string error;
-        id = host->loadPlugin(PluginFile().string(), KALVORA_SOURCE_DIR "/assets/Kalvora", &error);
-        ASSERT_GE(id, 0) << error;
         ASSERT_TRUE(Pick("Push straight back"));
         host->runFrames(2);
         const std::vector<simhost::WindowInfo> windows = host->windows();
         // The message stands 10 px from the screen's left edge.
         const auto box = std::find_if(windows.begin(), windows.end(), [&](const simhost::WindowInfo& w) {
-            return w.pluginId == id && w.visible && w.left == 10;
+            return w.pluginId == kalvora && w.visible && w.left == 10;
         });
         ASSERT_NE(box, windows.end()) << "no message window";
         simhost::gfx::Image frame;
@@ -204,11 +193,11 @@ TEST_F(PluginWindowsTest, TruckViewKeyDuringAPush) {
     host->runFrames(2);
     const simhost::CameraState camera = host->camera();
     EXPECT_TRUE(camera.controlled);
-    EXPECT_EQ(camera.controllerPluginId, id);
+    EXPECT_EQ(camera.controllerPluginId, kalvora);
     // The seat as other plug-ins see the truck: 3.5 m from its reference point, 1.75 m up.
-    const double truckX = host->getf("halvern/kalvora/truck/position_ogl_x");
-    const double truckY = host->getf("halvern/kalvora/truck/position_ogl_y");
-    const double truckZ = host->getf("halvern/kalvora/truck/position_ogl_z");
+    const double truckX = host->getf(kTruckX);
+    const double truckY = host->getf(kTruckY);
+    const double truckZ = host->getf(kTruckZ);
     EXPECT_NEAR(std::hypot(camera.x - truckX, camera.z - truckZ), 3.5, 0.05);
     EXPECT_NEAR(camera.y, truckY + 1.75, 0.05);
     ASSERT_TRUE(host->runCommand("sim/view/default_view"));

@@ -17,10 +17,10 @@ constexpr float kCapVolts = 24.0f;
 /// Where the nose gear stands on the apron (metres, local frame), from the aircraft's profile.
 void NoseGear(simhost::Host& host, double* x, double* z) {
     const simhost::Aircraft::Gear& nose = host.aircraft().gear.at(0);
-    const double h = host.getf("sim/flightmodel/position/psi") * M_PI / 180.0;
+    const double h = host.getf(kPsi) * M_PI / 180.0;
     const double ahead = -nose.z, right = nose.x; // body z points aft
-    *x = host.getf("sim/flightmodel/position/local_x") + ahead * std::sin(h) + right * std::cos(h);
-    *z = host.getf("sim/flightmodel/position/local_z") - ahead * std::cos(h) + right * std::sin(h);
+    *x = host.getf(kLocalX) + ahead * std::sin(h) + right * std::cos(h);
+    *z = host.getf(kLocalZ) - ahead * std::cos(h) + right * std::sin(h);
 }
 
 TEST_F(GPUService, AnotherPluginBringsItRunsItAndTakesItAway) {
@@ -265,7 +265,7 @@ TEST_F(GPUService, PushBackFromTheMenuIsRefusedWhileConnected) {
     ASSERT_TRUE(host->pickMenu(kGPUMenu));
     ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/Push straight back"));
     host->runFor(1.0);
-    EXPECT_EQ(host->geti("halvern/kalvora/PBstatus"), 0);
+    EXPECT_EQ(host->geti(kStatus), 0);
     EXPECT_EQ(Said("ready to push back"), 0);
     simhost::WidgetHandle warning = simhost::findWidget("Warning...");
     ASSERT_NE(warning, nullptr) << simhost::widgetTree();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "images/Bitmap.h"
+#include "support/Pictures.h"
 
 #include <gtest/gtest.h>
 
@@ -68,14 +69,6 @@ inline std::string ScratchPath(const std::string& name) {
            name;
 }
 
-} // namespace kalvora_test
-
-#include <png.h>
-
-#include <csetjmp>
-
-namespace kalvora_test {
-
 /// An independent decode of a PNG through libpng's simplified API: `channels` bytes per
 /// pixel (3 RGB or 4 RGBA), top row first, no gamma correction of 8-bit sRGB data.
 struct ReferencePng {
@@ -85,33 +78,6 @@ struct ReferencePng {
     /// Channel c of the pixel at column x, row y counted from the top.
     int at(long x, long yFromTop, int c) const { return pixels[(yFromTop * width + x) * channels + c]; }
 };
-
-/// Writes a PNG with libpng's writer: rows top first, optional gAMA and tRNS chunks.
-inline bool WritePng(const std::string& path, int width, int height, int colorType, int bitDepth,
-                     const std::vector<unsigned char>& rowsTopFirst, double gamma,
-                     const png_color_16* trns = nullptr) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) return false;
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png_create_info_struct(png);
-    if (setjmp(png_jmpbuf(png))) {
-        png_destroy_write_struct(&png, &info);
-        std::fclose(f);
-        return false;
-    }
-    png_init_io(png, f);
-    png_set_IHDR(png, info, width, height, bitDepth, colorType, PNG_INTERLACE_NONE,
-                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    if (gamma > 0) png_set_gAMA(png, info, gamma);
-    if (trns) png_set_tRNS(png, info, nullptr, 0, const_cast<png_color_16*>(trns));
-    png_write_info(png, info);
-    const size_t rowBytes = png_get_rowbytes(png, info);
-    for (int y = 0; y < height; ++y)
-        png_write_row(png, const_cast<unsigned char*>(rowsTopFirst.data() + rowBytes * y));
-    png_write_end(png, info);
-    png_destroy_write_struct(&png, &info);
-    return std::fclose(f) == 0;
-}
 
 inline bool ReadReferencePng(const std::string& path, int channels, ReferencePng* out) {
     png_image image{};

@@ -4,7 +4,7 @@
 // at a time: the plug-in must not crash, must never hand a non-finite number to
 // the host, must stop a push it cannot carry on (and say why), and a fresh push
 // afterwards must work.
-#include "LoadedPlugin.h"
+#include "support/InstalledPlugin.h"
 
 #include <climits>
 #include <functional>
@@ -13,7 +13,7 @@
 namespace kalvora_test {
 namespace {
 
-using HostileValuesTest = LoadedPluginTest;
+using HostileValuesTest = InstalledPluginTest;
 
 const double kHostile[] = {NAN, INFINITY, -INFINITY, 1e30, -1e30, -1.0};
 
@@ -58,27 +58,25 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
     const auto pushing = [&] { return host->geti(kStatus) != 0; };
     const auto braked = [&] { return host->getf(kParkBrake) == 1.0; };
     double startPsi = 0;
-    const auto turned = [&] {
-        return std::fabs(HeadingDiff(host->getf("sim/flightmodel/position/psi"), startPsi)) > 2.0;
-    };
+    const auto turned = [&] { return std::fabs(HeadingDiff(host->getf(kPsi), startPsi)) > 2.0; };
     // An automated tail-left push from the menu, up to the crew's question, then with the brake released
     // until `until` holds.
     const auto push = [&](bool release, const std::function<bool()>& until) {
-        host->pickMenu(std::string(kMenu) + "/Stop PushBack!");
+        Pick("Stop PushBack!");
         host->set(kParkBrake, 1);
         host->runFrames(2); // standing still: a start while moving is refused as taxiing
-        startPsi = host->getf("sim/flightmodel/position/psi");
-        const size_t asked = Count("confirm brake");
-        ASSERT_TRUE(host->pickMenu(std::string(kMenu) + "/Automated tail left"));
-        host->runUntil([&] { return Count("confirm brake") > asked; }, 60);
+        startPsi = host->getf(kPsi);
+        const int asked = Said("confirm brake");
+        ASSERT_TRUE(Pick("Automated tail left"));
+        host->runUntil([&] { return Said("confirm brake") > asked; }, 60);
         if (!release) return;
         host->set(kParkBrake, 0);
         host->runUntil(until, 60);
     };
-    size_t running = 0; // the GPU's "running" messages when it was last connected
+    int running = 0; // the GPU's "running" messages when it was last connected
     const auto gpu = [&](double seconds) {
         if (host->geti(kGPUStatus) == 1) host->set(kGPUStatus, 2);
-        running = Count("GPU is running");
+        running = Said("GPU is running");
         host->set(kGPUStatus, 1);
         host->runFor(seconds);
     };
@@ -94,7 +92,7 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
         {"turning", [&] { push(true, turned); }, [&] { return pushing() && turned() && !braked(); }},
         {"truck leaving", [&] { push(true, [&] { return turned() && braked(); }); },
          [&] { return pushing() && braked(); }},
-        {"GPU warming up", [&] { gpu(1.0); }, [&] { return gpuOn() && Count("GPU is running") == running; }},
+        {"GPU warming up", [&] { gpu(1.0); }, [&] { return gpuOn() && Said("GPU is running") == running; }},
         {"GPU charging", [&] { gpu(16.0); }, gpuOn},
     };
 
@@ -116,7 +114,7 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
                 // Where the sim itself moves or turns the aircraft for a hostile value (a taxi speed,
                 // an attitude), the aircraft is put back as it stood.
                 const char* const kept[] = {kLocalX, kLocalZ, "sim/flightmodel/position/theta",
-                                            "sim/flightmodel/position/phi", "sim/flightmodel/position/psi"};
+                                            "sim/flightmodel/position/phi", kPsi};
                 double stood[5];
                 for (int i = 0; i < 5; ++i)
                     stood[i] = host->getf(kept[i]);
@@ -132,7 +130,7 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
                 for (int i = 0; i < 5; ++i)
                     host->set(kept[i], stood[i]);
                 host->runFrames(1);
-                ASSERT_TRUE(host->pluginEnabled(id)) << what;
+                ASSERT_TRUE(host->pluginEnabled(kalvora)) << what;
                 const std::vector<std::string> written = host->transcriptTexts("dataref");
                 ASSERT_TRUE(written.empty()) << what << ": " << written.front();
                 if (name == "sim/flightmodel/position/psi" && !std::isfinite(bad) &&
@@ -147,7 +145,7 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
             // A heading another plug-in writes while the tug drives away: the next truck step takes
             // over and the drive ends.
             for (const double bad : {static_cast<double>(NAN), 1e30, -1e30}) {
-                host->set("halvern/kalvora/truck/position_hdg", bad);
+                host->set(kTruckHdg, bad);
                 EXPECT_TRUE(host->runUntil([&] { return !pushing(); }, 60)) << "stuck after " << bad;
                 phase.reach();
             }
@@ -158,19 +156,19 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
     EXPECT_NE(PluginLog().find("; the push-back is stopped\n"), std::string::npos);
 
     // A fresh push from where the aircraft now stands.
-    host->pickMenu(std::string(kMenu) + "/Stop PushBack!");
+    Pick("Stop PushBack!");
     host->set(kGPUStatus, 2);
     host->set(kParkBrake, 1);
-    const size_t cleared = Count("cleared to taxi");
+    const int cleared = Said("cleared to taxi");
     StartPush("Push straight back");
-    ASSERT_TRUE(host->runUntil([&] { return Count("cleared to taxi") > cleared; }, 120));
+    ASSERT_TRUE(host->runUntil([&] { return Said("cleared to taxi") > cleared; }, 120));
     EXPECT_NEAR(Moved(), 13.0, 0.15) << "the A320's push length";
     bool tugShown = false; // and the tug's instance still follows the tug
     for (const simhost::InstanceInfo& i : host->instances()) {
         if (i.objectPath.find("KLVdefault") == std::string::npos) continue;
         tugShown = true;
-        EXPECT_NEAR(i.x, host->getf("halvern/kalvora/truck/position_ogl_x"), 1e-3);
-        EXPECT_NEAR(i.z, host->getf("halvern/kalvora/truck/position_ogl_z"), 1e-3);
+        EXPECT_NEAR(i.x, host->getf(kTruckX), 1e-3);
+        EXPECT_NEAR(i.z, host->getf(kTruckZ), 1e-3);
     }
     EXPECT_TRUE(tugShown);
 }

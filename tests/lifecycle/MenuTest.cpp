@@ -1,13 +1,13 @@
 // The "Kalvora" menu as a user sees and uses it: its items, the manoeuvres,
 // the refusals, "Stop PushBack!", and choosing a truck.
-#include "LoadedPlugin.h"
+#include "support/InstalledPlugin.h"
 
 #include <algorithm>
 
 namespace kalvora_test {
 namespace {
 
-using MenuTest = LoadedPluginTest;
+using MenuTest = InstalledPluginTest;
 
 std::string Item(const std::string& name) {
     return std::string(kMenu) + "/" + name;
@@ -31,9 +31,9 @@ TEST_F(MenuTest, TheMenuHasEveryItemInOrderAndTheTrucksOfTheFolder) {
 TEST_F(MenuTest, AboutAndPreferencesOpenTheirWindowsWhateverThePushBackState) {
     Load();
     StartPush("Push straight back"); // the start checks refuse, but these two items do not care
-    ASSERT_TRUE(host->pickMenu(Item("About...")));
+    ASSERT_TRUE(Pick("About..."));
     EXPECT_NE(simhost::findWidget("About Kalvora..."), nullptr) << simhost::widgetTree();
-    ASSERT_TRUE(host->pickMenu(Item("Preferences...")));
+    ASSERT_TRUE(Pick("Preferences..."));
     EXPECT_NE(simhost::findWidget("Kalvora Preferences"), nullptr) << simhost::widgetTree();
     EXPECT_EQ(simhost::findWidget("Warning..."), nullptr);
 }
@@ -45,7 +45,7 @@ TEST_F(MenuTest, TheHotKeyOfThePreferencesOpensTheTruckView) {
     host->pressKey(kF12);
     host->runFrames(2);
     EXPECT_TRUE(host->camera().controlled);
-    EXPECT_EQ(host->camera().controllerPluginId, id);
+    EXPECT_EQ(host->camera().controllerPluginId, kalvora);
 
     // Another key from the preferences file, taken at the next start.
     Unload();
@@ -70,13 +70,13 @@ TEST_F(MenuTest, EachManoeuvreIsAnnouncedByName) {
                                                          {"Automated tail left", "push back tail left"}};
     for (const auto& [item, words] : cases) {
         MarkPosition();
-        ASSERT_TRUE(host->pickMenu(Item(item)));
+        ASSERT_TRUE(Pick(item));
         host->runFrames(2);
         const std::vector<std::string> speech = host->transcriptTexts("speech");
         ASSERT_FALSE(speech.empty());
         EXPECT_NE(speech.back().find(words), std::string::npos) << item << ": " << speech.back();
         EXPECT_EQ(Moved(), 0.0) << "nothing moves before the brake is released";
-        ASSERT_TRUE(host->pickMenu(Item("Stop PushBack!")));
+        ASSERT_TRUE(Pick("Stop PushBack!"));
     }
 }
 
@@ -85,7 +85,7 @@ TEST_F(MenuTest, WithoutTheSpotViewCommandTheOutsideViewComesFromTheLegacyButton
     Load();
     host->removeCommand("sim/view/still_spot"); // a host from before the command API
     ASSERT_EQ(host->geti(kExternal), 0);
-    ASSERT_TRUE(host->pickMenu(Item("Push straight back")));
+    ASSERT_TRUE(Pick("Push straight back"));
     host->runFrames(2);
     EXPECT_EQ(host->geti(kExternal), 1);
     const std::vector<std::string> keys = host->transcriptTexts("key");
@@ -97,7 +97,7 @@ TEST_F(MenuTest, AManoeuvreWhileMovingIsRefusedAndTheRunningOneGoesOn) {
     StartPush("Push straight back");
     const int status = host->geti(kStatus);
     ASSERT_EQ(status, 1);
-    ASSERT_TRUE(host->pickMenu(Item("Automated tail left")));
+    ASSERT_TRUE(Pick("Automated tail left"));
     const std::vector<std::string> dialog = DialogTexts("Warning...");
     ASSERT_FALSE(dialog.empty()) << "no refusal dialog";
     // The refusal for a manoeuvre already running (code -3), one caption per line.
@@ -112,12 +112,12 @@ TEST_F(MenuTest, AManoeuvreWhileMovingIsRefusedAndTheRunningOneGoesOn) {
 
 TEST_F(MenuTest, StopPushBackStopsAPushAndIsHarmlessWhenIdle) {
     Load();
-    ASSERT_TRUE(host->pickMenu(Item("Stop PushBack!")));
+    ASSERT_TRUE(Pick("Stop PushBack!"));
     host->runFrames(10);
     EXPECT_EQ(simhost::findWidget("Warning..."), nullptr);
 
     StartPush("Push straight back");
-    ASSERT_TRUE(host->pickMenu(Item("Stop PushBack!")));
+    ASSERT_TRUE(Pick("Stop PushBack!"));
     host->runFrames(2);
     const double stoppedAt = Moved();
     host->runFor(3);
@@ -129,7 +129,7 @@ TEST_F(MenuTest, EnginesRunningRefuseTheStartWithTheWarningDialog) {
     Load();
     host->aircraft().engineRunning[0] = true;
     host->runFrames(2);
-    ASSERT_TRUE(host->pickMenu(Item("Push straight back")));
+    ASSERT_TRUE(Pick("Push straight back"));
     EXPECT_FALSE(DialogTexts("Warning...").empty());
     host->runFor(5);
     EXPECT_FALSE(Said("ready to push back"));
@@ -142,10 +142,10 @@ TEST_F(MenuTest, ChoosingATruckChecksOnlyItAndSurvivesARestart) {
     AddTruck("TugC");
     Load();
     EXPECT_EQ(host->menuCheck(Item("Trucks/TugA")), 0); // KLVdefault: nothing is checked
-    ASSERT_TRUE(host->pickMenu(Item("Trucks/TugB")));
+    ASSERT_TRUE(Pick("Trucks/TugB"));
     EXPECT_EQ(host->menuCheck(Item("Trucks/TugA")), 0);
     EXPECT_EQ(host->menuCheck(Item("Trucks/TugB")), 2);
-    ASSERT_TRUE(host->pickMenu(Item("Trucks/TugC")));
+    ASSERT_TRUE(Pick("Trucks/TugC"));
     EXPECT_EQ(host->menuCheck(Item("Trucks/TugB")), 0);
     EXPECT_EQ(host->menuCheck(Item("Trucks/TugC")), 2);
 
@@ -181,22 +181,22 @@ TEST_F(MenuTest, ATruckNoLongerOnDiskFallsBackToTheDefault) {
 
 TEST_F(MenuTest, GPUItemTogglesTheUnitAndItsCheckMark) {
     Load();
-    ASSERT_TRUE(host->pickMenu(Item("GPU")));
+    ASSERT_TRUE(Pick("GPU"));
     EXPECT_EQ(host->menuCheck(Item("GPU")), 2);
-    EXPECT_NE(host->geti("halvern/kalvora/GPUstatus"), 0);
+    EXPECT_NE(host->geti(kGPUStatus), 0);
     // With the unit at the aircraft, a push-back is refused.
-    ASSERT_TRUE(host->pickMenu(Item("Push straight back")));
+    ASSERT_TRUE(Pick("Push straight back"));
     EXPECT_FALSE(DialogTexts("Warning...").empty());
-    ASSERT_TRUE(host->pickMenu(Item("GPU")));
+    ASSERT_TRUE(Pick("GPU"));
     EXPECT_EQ(host->menuCheck(Item("GPU")), 1);
 }
 
 TEST_F(MenuTest, GPUItemDoesNothingWhenThePluginDoesNotHandleTheUnit) {
     WritePreferences("HANDLE_GPU=0\n");
     Load();
-    ASSERT_TRUE(host->pickMenu(Item("GPU")));
+    ASSERT_TRUE(Pick("GPU"));
     EXPECT_EQ(host->menuCheck(Item("GPU")), 1);
-    EXPECT_EQ(host->geti("halvern/kalvora/GPUstatus"), 0);
+    EXPECT_EQ(host->geti(kGPUStatus), 0);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 // Messages from the host (aircraft, airport, scenery loaded) and from other plug-ins.
-#include "LoadedPlugin.h"
+#include "support/InstalledPlugin.h"
 
 namespace kalvora_test {
 namespace {
 
-using MessageTest = LoadedPluginTest;
+using MessageTest = InstalledPluginTest;
 
 constexpr int kPlaneLoaded = 102;
 constexpr int kAirportLoaded = 103;
@@ -14,7 +14,7 @@ TEST_F(MessageTest, AirportAndSceneryLoadsStopAPush) {
     Load();
     for (int message : {kAirportLoaded, kSceneryLoaded}) {
         StartPush("Push straight back");
-        host->sendMessage(id, message);
+        host->sendMessage(kalvora, message);
         host->runFrames(2);
         const double at = Moved();
         host->runFor(2);
@@ -37,9 +37,9 @@ TEST_F(MessageTest, ANewAircraftStopsThePushAndGetsItsOwnPushLength) {
     host->set(kParkBrake, 1);
     host->runFor(1);
     const double sizeZ = host->aircraft().sizeZ;
-    const size_t clearedBefore = Count("cleared to taxi");
+    const int clearedBefore = Said("cleared to taxi");
     StartPush("Push straight back");
-    ASSERT_TRUE(host->runUntil([&] { return Count("cleared to taxi") > clearedBefore; }, 240));
+    ASSERT_TRUE(host->runUntil([&] { return Said("cleared to taxi") > clearedBefore; }, 240));
     const double pushed = Moved();
     // Three quarters of the aircraft's whole-metre half length, cut to whole metres.
     const int expected = static_cast<int>(0.75 * static_cast<int>(sizeZ));
@@ -49,10 +49,10 @@ TEST_F(MessageTest, ANewAircraftStopsThePushAndGetsItsOwnPushLength) {
 TEST_F(MessageTest, HostLoadsTakeTheGroundPowerUnitAway) {
     Load();
     for (int message : {kPlaneLoaded, kAirportLoaded, kSceneryLoaded}) {
-        ASSERT_TRUE(host->pickMenu(std::string(kMenu) + "/GPU"));
-        ASSERT_NE(host->geti("halvern/kalvora/GPUstatus"), 0) << message;
-        host->sendMessage(id, message);
-        EXPECT_EQ(host->geti("halvern/kalvora/GPUstatus"), 0) << message;
+        ASSERT_TRUE(Pick("GPU"));
+        ASSERT_NE(host->geti(kGPUStatus), 0) << message;
+        host->sendMessage(kalvora, message);
+        EXPECT_EQ(host->geti(kGPUStatus), 0) << message;
     }
 }
 
@@ -60,9 +60,9 @@ TEST_F(MessageTest, OtherMessagesAreIgnored) {
     Load();
     const std::string before = PluginLog();
     for (int message : {0, 101, 105, 0x12345, static_cast<int>(0x8888887Fu), static_cast<int>(0x8888888Du)})
-        host->sendMessage(id, message, nullptr, 0);
+        host->sendMessage(kalvora, message, nullptr, 0);
     EXPECT_EQ(PluginLog(), before);
-    EXPECT_TRUE(host->pluginEnabled(id));
+    EXPECT_TRUE(host->pluginEnabled(kalvora));
 }
 
 } // namespace

@@ -1,13 +1,13 @@
 // Start, enable, disable and stop of the real plug-in: its log, its files, the
 // host's log, what it registers and what it leaves behind.
-#include "LoadedPlugin.h"
+#include "support/InstalledPlugin.h"
 
 #include <algorithm>
 
 namespace kalvora_test {
 namespace {
 
-using StartStopTest = LoadedPluginTest;
+using StartStopTest = InstalledPluginTest;
 
 /// Index of the first line at or after from that equals text, or -1.
 int Find(const std::vector<std::string>& lines, const std::string& text, int from = 0) {
@@ -23,8 +23,8 @@ bool Contains(const std::vector<std::string>& list, const std::string& text) {
 TEST_F(StartStopTest, StartAndEnableWriteTheLogInOrder) {
     AddTruck("TugB");
     AddTruck("TugA");
-    std::ofstream(root / "dist" / "Kalvora" / "GroundServices" / "GPU.obj") << kEmptyObj8;
-    std::ofstream(root / "dist" / "Kalvora" / "notes.txt") << "not a model";
+    std::ofstream(DataFolder() / "GroundServices" / "GPU.obj") << kEmptyObj8;
+    std::ofstream(DataFolder() / "notes.txt") << "not a model";
     Load();
 
     const std::vector<std::string> log = Lines(PluginLog());
@@ -53,7 +53,7 @@ TEST_F(StartStopTest, StartAndEnableWriteTheLogInOrder) {
     const std::string hostLog = host->logText();
     EXPECT_NE(hostLog.find("Kalvora: started"), std::string::npos);
     EXPECT_NE(hostLog.find("Kalvora: enabled"), std::string::npos);
-    EXPECT_TRUE(host->pluginEnabled(id));
+    EXPECT_TRUE(host->pluginEnabled(kalvora));
 }
 
 TEST_F(StartStopTest, TheLogIsTruncatedAtEveryStart) {
@@ -69,11 +69,9 @@ TEST_F(StartStopTest, TheLogIsTruncatedAtEveryStart) {
 
 TEST_F(StartStopTest, RegistersEverythingWhileEnabledAndTheHotKeyOnlyWhileEnabled) {
     Load();
-    const std::vector<std::string> regs = host->registrations(id);
+    const std::vector<std::string> regs = host->registrations(kalvora);
     for (const char* name :
-         {"halvern/kalvora/PBstatus", "halvern/kalvora/GPUstatus", "halvern/kalvora/truck/position_ogl_x",
-          "halvern/kalvora/truck/position_ogl_y", "halvern/kalvora/truck/position_ogl_z",
-          "halvern/kalvora/truck/position_hdg", "halvern/kalvora/GPU/position_ogl_x",
+         {kStatus, kGPUStatus, kTruckX, kTruckY, kTruckZ, kTruckHdg, "halvern/kalvora/GPU/position_ogl_x",
           "halvern/kalvora/GPU/position_ogl_y", "halvern/kalvora/GPU/position_ogl_z"})
         EXPECT_TRUE(Contains(regs, std::string("dataref ") + name)) << name;
     EXPECT_EQ(std::count(regs.begin(), regs.end(), "draw callback phase 25 after"), 2);
@@ -82,11 +80,11 @@ TEST_F(StartStopTest, RegistersEverythingWhileEnabledAndTheHotKeyOnlyWhileEnable
               3); // the three of start, and those the GPU and the object instances add
     EXPECT_TRUE(Contains(regs, "hot key Toggle truckview"));
 
-    host->disablePlugin(id);
-    EXPECT_FALSE(Contains(host->registrations(id), "hot key Toggle truckview"));
+    host->disablePlugin(kalvora);
+    EXPECT_FALSE(Contains(host->registrations(kalvora), "hot key Toggle truckview"));
     EXPECT_NE(PluginLog().find("--- Disabling Kalvora plugin ---"), std::string::npos);
-    ASSERT_TRUE(host->enablePlugin(id));
-    EXPECT_TRUE(Contains(host->registrations(id), "hot key Toggle truckview"));
+    ASSERT_TRUE(host->enablePlugin(kalvora));
+    EXPECT_TRUE(Contains(host->registrations(kalvora), "hot key Toggle truckview"));
 }
 
 TEST_F(StartStopTest, AfterStopOnlyFlightLoopsAndMenusAreLeftToTheHost) {
@@ -95,7 +93,7 @@ TEST_F(StartStopTest, AfterStopOnlyFlightLoopsAndMenusAreLeftToTheHost) {
     // GPU and the warning that refuses a push beside it.
     for (const char* item :
          {"Preferences...", "Tools/Free move panel", "About...", "GPU", "Push straight back"})
-        ASSERT_TRUE(host->pickMenu(std::string(kMenu) + "/" + item)) << item;
+        ASSERT_TRUE(Pick(item)) << item;
     ASSERT_TRUE(simhost::clickWidget(*host, simhost::findWidget("Assign new")));
     host->runFrames(2);
     ASSERT_FALSE(DialogTexts("Warning...").empty());
@@ -120,8 +118,8 @@ TEST_F(StartStopTest, AfterStopOnlyFlightLoopsAndMenusAreLeftToTheHost) {
 
 TEST_F(StartStopTest, EveryEnableAppendsGPUToTheGroundServicePath) {
     Load();
-    host->disablePlugin(id);
-    ASSERT_TRUE(host->enablePlugin(id));
+    host->disablePlugin(kalvora);
+    ASSERT_TRUE(host->enablePlugin(kalvora));
     const std::string log = PluginLog();
     const std::string once = "[WRNG] Failed to load GPU object or textures " +
                              (PluginFolder() / "GroundServices" / "GPU").string();
@@ -134,7 +132,7 @@ TEST_F(StartStopTest, PreferencesReachTheFileOnlyAtStopAsTheyStoodAtDisable) {
     WritePreferences("VERSION=1.2.2b3\nTRUCK_SPEED=25\nTruck=KLVdefault\n");
     Load();
     EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25");
-    host->disablePlugin(id);
+    host->disablePlugin(kalvora);
     WritePreferences("TRUCK_SPEED=99\n"); // edited on disk behind the plug-in's back
     Unload();
     // The container read at start wins; what was stored at disable is saved at stop.
@@ -144,9 +142,9 @@ TEST_F(StartStopTest, PreferencesReachTheFileOnlyAtStopAsTheyStoodAtDisable) {
 
 TEST_F(StartStopTest, AMissingDataRefGivesTheKalvoraDialogAndTheLogLineAndTheRestWorks) {
     host = std::make_unique<simhost::Host>(options);
-    host->removeDataRef("sim/flightmodel/position/local_x");
+    host->removeDataRef(kLocalX);
     Load();
-    EXPECT_TRUE(host->pluginEnabled(id));
+    EXPECT_TRUE(host->pluginEnabled(kalvora));
     EXPECT_NE(PluginLog().find("Data refs initialisation problems\n"), std::string::npos);
     const std::vector<std::string> dialog = DialogTexts("Kalvora");
     ASSERT_FALSE(dialog.empty()) << simhost::widgetTree();
@@ -170,8 +168,8 @@ TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPluginAndAreRepairedOnD
     WritePreferences(note + "\nTruckView_KEY=99999999999\nTruckView_KF=8\nTRUCK_SPEED=fast\nTruck=\n"
                             "HANDLE_GPU=yes\n=\nno equals sign\n");
     Load();
-    EXPECT_TRUE(host->pluginEnabled(id));
-    const std::vector<std::string> regs = host->registrations(id);
+    EXPECT_TRUE(host->pluginEnabled(kalvora));
+    const std::vector<std::string> regs = host->registrations(kalvora);
     EXPECT_TRUE(Contains(regs, "hot key Toggle truckview"));
     for (const char* key : {"TruckView_KEY=99999999999", "TRUCK_SPEED=fast", "HANDLE_GPU=yes"})
         EXPECT_NE(PluginLog().find(std::string("[WRNG] Preferences: ") + key), std::string::npos) << key;
@@ -189,11 +187,11 @@ TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPluginAndAreRepairedOnD
 TEST_F(StartStopTest, DisableLeavesAPushInProgressToGoOnAfterEnable) {
     Load();
     StartPush("Push straight back");
-    host->disablePlugin(id);
+    host->disablePlugin(kalvora);
     const double frozen = Moved();
     host->runFor(2);
     EXPECT_NEAR(Moved(), frozen, 1e-6) << "a disabled plug-in gets no flight loops";
-    ASSERT_TRUE(host->enablePlugin(id));
+    ASSERT_TRUE(host->enablePlugin(kalvora));
     EXPECT_TRUE(host->runUntil([&] { return Said("cleared to taxi"); }, 120));
     EXPECT_GT(Moved(), frozen);
 }

@@ -14,12 +14,12 @@ using DataRefBrowsers = ModernTest;
 constexpr int kRegisterDataRef = 0x01000000;
 
 const std::set<std::string> kPublished = {
-    "halvern/kalvora/PBstatus",
-    "halvern/kalvora/GPUstatus",
-    "halvern/kalvora/truck/position_ogl_x",
-    "halvern/kalvora/truck/position_ogl_y",
-    "halvern/kalvora/truck/position_ogl_z",
-    "halvern/kalvora/truck/position_hdg",
+    kStatus,
+    kGPUStatus,
+    kTruckX,
+    kTruckY,
+    kTruckZ,
+    kTruckHdg,
     "halvern/kalvora/GPU/position_ogl_x",
     "halvern/kalvora/GPU/position_ogl_y",
     "halvern/kalvora/GPU/position_ogl_z",
@@ -57,10 +57,8 @@ TEST_F(DataRefBrowsers, EachBrowserPresentHearsEveryPublishedNameOnce) {
 
 TEST_F(DataRefBrowsers, ABrowserLoadedAfterKalvoraStillHearsThem) {
     std::map<std::string, int> tool;
-    host = std::make_unique<simhost::Host>(options);
-    std::string error;
-    kalvora = host->loadPlugin(PluginFile().string(), KALVORA_SOURCE_DIR "/assets/Kalvora", &error);
-    ASSERT_GE(kalvora, 0) << error;
+    framesAfterLoad = 0; // the browser comes before the frame the names are sent in
+    Load();
     ASSERT_GE(host->addPlugin(Browser("com.leecbaker.datareftool", &tool)), 0);
     host->runFor(2);
     EXPECT_EQ(tool.size(), kPublished.size());

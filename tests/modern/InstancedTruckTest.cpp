@@ -92,7 +92,7 @@ TEST_F(InstancedTruck, CarriesItsAnimationValuesAndListsThePublishedAnimationDat
 }
 
 TEST_F(InstancedTruck, NotMadeWhenTheTruckIsNotDrawn) {
-    WritePreferences(false);
+    WritePreferences(PreferencesText({{"DRAW_TRUCK", "0"}}));
     Load();
     ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/Push straight back"));
     host->runFor(5);
@@ -103,9 +103,9 @@ TEST_F(InstancedTruck, NotMadeWhenTheTruckIsNotDrawn) {
 TEST_F(InstancedTruck, LegacyHostDrawsInsteadAndMakesNoInstance) {
     options.xplaneVersion = kXPlane1141;
     Load();
-    ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/GPU"));
+    ASSERT_TRUE(host->pickMenu(kGPUMenu));
     host->runFor(2);
-    ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/GPU")); // taken away again: a push-back is refused with it
+    ASSERT_TRUE(host->pickMenu(kGPUMenu)); // taken away again: a push-back is refused with it
     host->runFor(2);
     ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/Push straight back"));
     host->set(kParkBrake, 0);

@@ -98,7 +98,7 @@ TEST_F(LocalOrigin, AStraightPushEndsAtTheSameSpotWhenTheOriginMovesOnTheWay) {
 
 TEST_F(LocalOrigin, CartStaysBesideTheNoseWhenTheOriginMoves) {
     Load();
-    ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/GPU"));
+    ASSERT_TRUE(host->pickMenu(kGPUMenu));
     host->runFor(2);
     ASSERT_EQ(Instances("GPU.obj").size(), 1u);
     const simhost::InstanceInfo before = Instances("GPU.obj")[0];

@@ -11,10 +11,14 @@
 namespace kalvora_test {
 
 /// Absolute path of the corpus folder (may not exist).
-inline std::string corpusDir() { return KALVORA_CORPUS_DIR; }
+inline std::string corpusDir() {
+    return KALVORA_CORPUS_DIR;
+}
 
 /// Path of a file or folder inside the corpus, e.g. corpusPath("obj8/x.obj").
-inline std::string corpusPath(const std::string& relative) { return corpusDir() + "/" + relative; }
+inline std::string corpusPath(const std::string& relative) {
+    return corpusDir() + "/" + relative;
+}
 
 inline bool corpusAvailable() {
     struct stat st {};
@@ -28,5 +32,5 @@ inline bool corpusAvailable() {
     do {                                                                                                     \
         if (!kalvora_test::corpusAvailable())                                                                \
             GTEST_SKIP() << "test corpus not found at " << kalvora_test::corpusDir()                         \
-                         << " (it lives beside the repository, in shared/corpus)";                            \
+                         << " (it lives beside the repository, in shared/corpus)";                           \
     } while (0)

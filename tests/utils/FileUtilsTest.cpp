@@ -1,6 +1,6 @@
 #include "utils/FileUtils.h"
 
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <vector>
 
+using kalvora_test::ReadFile;
 using kalvora_test::TempFolder;
 using namespace HV_FileUtils;
 
@@ -97,7 +98,7 @@ TEST(FileAccess, AppendsAndTestsExistence) {
     EXPECT_TRUE(AddString2File(path.c_str(), "one\n"));
     EXPECT_TRUE(Add2File(path.c_str(), "two\nthree", 4));
     EXPECT_TRUE(FileExisting(path.c_str()));
-    EXPECT_EQ(TempFolder::read(path), "one\ntwo\n");
+    EXPECT_EQ(ReadFile(path), "one\ntwo\n");
     EXPECT_FALSE(Add2File("", "x", 1));
     EXPECT_FALSE(AddString2File(nullptr, "x"));
     EXPECT_FALSE(AddString2File(dir.file("missing/folder.txt").c_str(), "x"));

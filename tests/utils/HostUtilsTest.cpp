@@ -4,7 +4,7 @@
 #include "utils/HV_LOGUtils.h"
 #include "utils/MathUtils.h"
 
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+using kalvora_test::ReadFile;
 using kalvora_test::TempFolder;
 
 namespace {
@@ -194,14 +195,13 @@ TEST_F(HostUtils, LogFileIsErasedThenAppendedAndPercentSignsAreSafe) {
     const std::string path = dir.write("Kalvora.log", "old content\n");
     HV_LOGUtils::SetPlugInName("Pushy");
     EXPECT_EQ(HV_LOGUtils::SetLogFilePath(path.c_str(), HV_LOGUtils::kHV_LOG_TRACE, true), 0);
-    EXPECT_EQ(TempFolder::read(path), "");
+    EXPECT_EQ(ReadFile(path), "");
     const std::string before = host.logText();
     ::testing::internal::CaptureStdout();
     HV_LOGUtils::Add2Log("trace now shown", HV_LOGUtils::kHV_LOG_TRACE);
     HV_LOGUtils::Add2Log("value %d of %s at 50%% %n", HV_LOGUtils::kHV_LOG_INFO);
     const std::string printed = ::testing::internal::GetCapturedStdout();
-    EXPECT_EQ(TempFolder::read(path),
-              "[Pushy]-[TRACE] trace now shown\n[Pushy]-[INFO ] value %d of %s at 50%% %n\n");
+    EXPECT_EQ(ReadFile(path), "[Pushy]-[TRACE] trace now shown\n[Pushy]-[INFO ] value %d of %s at 50%% %n\n");
     EXPECT_EQ(printed, "[Pushy]-[TRACE] trace now shown\n[Pushy]-[INFO ] value %d of %s at 50% %n\n");
     EXPECT_EQ(host.logText(), before); // nothing falls back to the debug output
     EXPECT_NE(HV_LOGUtils::SetLogFilePath(dir.file("absent.log").c_str(), 1, true), 0); // nothing to erase
@@ -215,7 +215,7 @@ TEST_F(HostUtils, OverlongNameAndMessageAreCut) {
     ::testing::internal::CaptureStdout();
     HV_LOGUtils::Add2Log(std::string(1000, 'm').c_str(), HV_LOGUtils::kHV_LOG_ALERT);
     ::testing::internal::GetCapturedStdout();
-    const std::string line = TempFolder::read(path);
+    const std::string line = ReadFile(path);
     ASSERT_EQ(line.size(), static_cast<size_t>(HV_LOGUtils::kLogLineBytes - 1));
     EXPECT_EQ(line.substr(0, 33), "[" + std::string(30, 'N') + "]-");
     EXPECT_EQ(line.back(), '\n');

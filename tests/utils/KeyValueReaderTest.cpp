@@ -1,6 +1,6 @@
 #include "utils/HV_ReadHalvernFile.h"
 
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "utils/HV_Files_Parser.h"
 #include "utils/HV_StringTokenizer.h"
 
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 

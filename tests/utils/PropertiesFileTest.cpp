@@ -1,7 +1,7 @@
 #include "utils/HV_Properties.h"
 #include "utils/FileUtils.h"
 
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using kalvora_test::ReadFile;
 using kalvora_test::TempFolder;
 using Map = std::map<std::string, std::string>;
 
@@ -76,10 +77,10 @@ TEST(PropertiesLoad, LinesTheMapCannotHoldAreWrittenBackUnchangedInTheirPlace) {
     // In key order, each kept line after the property it followed.
     const std::string saved =
         "# top\n=no key\na=1\nno equals\nb=new\n" + longest + "\nz=2\n" + tooLong + "\n";
-    EXPECT_EQ(TempFolder::read(path), saved);
+    EXPECT_EQ(ReadFile(path), saved);
     HV_Properties again(path.c_str(), nullptr); // a file in key order comes back byte for byte
     again.save(nullptr);
-    EXPECT_EQ(TempFolder::read(path), saved);
+    EXPECT_EQ(ReadFile(path), saved);
 }
 
 TEST(PropertiesSave, WritesSortedPairsAndReadsBackTheSameMap) {
@@ -94,7 +95,7 @@ TEST(PropertiesSave, WritesSortedPairsAndReadsBackTheSameMap) {
     std::ostringstream errors;
     props.save(&errors);
     EXPECT_EQ(errors.str(), "");
-    EXPECT_EQ(TempFolder::read(path), "Alpha=with spaces \nempty=\nkey=with=equals=v\nzeta=last\n");
+    EXPECT_EQ(ReadFile(path), "Alpha=with spaces \nempty=\nkey=with=equals=v\nzeta=last\n");
 
     HV_Properties again(path.c_str(), nullptr);
     EXPECT_EQ(again.entries, props.entries);
@@ -118,7 +119,7 @@ TEST(PropertiesSave, ReplacesTheWholeFileAndLeavesNoTemporaryBehind) {
     props.fileName = path;
     props["new"] = "3";
     props.save(nullptr);
-    EXPECT_EQ(TempFolder::read(path), "new=3\n");
+    EXPECT_EQ(ReadFile(path), "new=3\n");
     struct stat info {};
     ASSERT_EQ(stat(path.c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0640u);
@@ -149,7 +150,7 @@ TEST(PropertiesSave, AKilledSaveKeepsTheFileAndTheNextLoadRemovesOnlyItsTemporar
     std::vector<std::string> left;
     HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
     EXPECT_EQ(left.size(), 4u) << "an interrupted save leaves its temporary";
-    EXPECT_EQ(TempFolder::read(path), "old=1\n");
+    EXPECT_EQ(ReadFile(path), "old=1\n");
 
     HV_Properties next(path.c_str(), nullptr);
     EXPECT_EQ(next.entries, (Map{{"old", "1"}}));
