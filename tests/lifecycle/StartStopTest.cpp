@@ -143,6 +143,20 @@ TEST_F(StartStopTest, AMissingDataRefGivesTheKalvoraDialogAndTheLogLineAndTheRes
     EXPECT_TRUE(host->exists(kStatus));
 }
 
+TEST_F(StartStopTest, WithoutItsDataFolderThePluginLoadsAndTheHostLogSaysSo) {
+    fs::remove_all(DataFolder());
+    WritePreferences("TRUCK_SPEED=25\n");
+    Load();
+    EXPECT_TRUE(host->pluginEnabled(id));
+    const std::string hostLog = host->logText();
+    EXPECT_NE(hostLog.find("Kalvora: its data folder " + PluginFolder().string() + "/ is missing"),
+              std::string::npos)
+        << hostLog;
+    EXPECT_NE(hostLog.find("Kalvora: cannot write its log"), std::string::npos) << hostLog;
+    Unload();
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000"); // the user's preferences are kept all the same
+}
+
 TEST_F(StartStopTest, BeforeVersion7ThePreferencesLiveInThePluginFolder) {
     options.xplaneVersion = 650;
     Load();
