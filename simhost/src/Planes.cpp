@@ -1,5 +1,6 @@
 // XPLMPlanes.h: the user's aircraft. simhost has one aircraft and no AI traffic.
 #include "HostInternal.h"
+#include "SharedLibrary.h"
 #include "AircraftProfile.h"
 #include "WorldMath.h"
 
@@ -36,7 +37,7 @@ void XPLMGetNthAircraftModel(int inIndex, char* outFileName, char* outPath) {
     }
     const std::string& type = c->aircraft.type;
     copyBounded(outFileName, type + ".acf", kFileNameBytes);
-    copyBounded(outPath, c->sandbox + "Aircraft/" + type + "/" + type + ".acf", kPathBytes);
+    copyBounded(outPath, nativePath(c->sandbox + "Aircraft/" + type + "/" + type + ".acf"), kPathBytes);
 }
 
 void XPLMCountAircraft(int* outTotalAircraft, int* outActiveAircraft, XPLMPluginID* outController) {

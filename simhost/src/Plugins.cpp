@@ -1,11 +1,11 @@
 // XPLMPlugin.h and the plug-in lifecycle: installing a .xpl into the sandbox,
 // dlopen, XPluginStart/Enable/Disable/Stop, messages between plug-ins.
 #include "HostInternal.h"
+#include "SharedLibrary.h"
 
 #include "XPLMPlugin.h"
 
 #include <cstring>
-#include <dlfcn.h>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -108,29 +108,27 @@ int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& d
         if (ec) return fail("cannot copy the data folder: " + ec.message());
     }
 
-    void* dl = dlopen(dst.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!dl) {
-        const char* why = dlerror();
-        return fail(why ? why : "dlopen failed");
-    }
+    std::string why;
+    void* dl = openLibrary(dst.string(), &why);
+    if (!dl) return fail(why);
     PluginRec& p = newRecord(c);
     p.dl = dl;
-    p.path = dst.string();
-    p.xStart = reinterpret_cast<int (*)(char*, char*, char*)>(dlsym(dl, "XPluginStart"));
-    p.xStop = reinterpret_cast<void (*)()>(dlsym(dl, "XPluginStop"));
-    p.xEnable = reinterpret_cast<int (*)()>(dlsym(dl, "XPluginEnable"));
-    p.xDisable = reinterpret_cast<void (*)()>(dlsym(dl, "XPluginDisable"));
-    p.xReceive = reinterpret_cast<void (*)(int, int, void*)>(dlsym(dl, "XPluginReceiveMessage"));
+    p.path = nativePath(dst.string());
+    p.xStart = reinterpret_cast<int (*)(char*, char*, char*)>(librarySymbol(dl, "XPluginStart"));
+    p.xStop = reinterpret_cast<void (*)()>(librarySymbol(dl, "XPluginStop"));
+    p.xEnable = reinterpret_cast<int (*)()>(librarySymbol(dl, "XPluginEnable"));
+    p.xDisable = reinterpret_cast<void (*)()>(librarySymbol(dl, "XPluginDisable"));
+    p.xReceive = reinterpret_cast<void (*)(int, int, void*)>(librarySymbol(dl, "XPluginReceiveMessage"));
     if (!p.xStart || !p.xStop || !p.xEnable || !p.xDisable || !p.xReceive) {
         p.alive = false;
-        dlclose(dl);
+        closeLibrary(dl);
         p.dl = nullptr;
         return fail("missing one of the five entry points XPluginStart/Stop/Enable/Disable/ReceiveMessage");
     }
     if (!start(c, p)) {
         dropRegistrations(c, p.id);
         p.alive = false;
-        dlclose(dl);
+        closeLibrary(dl);
         p.dl = nullptr;
         return fail("XPluginStart returned 0");
     }
@@ -202,7 +200,7 @@ void unloadPluginNow(HostCore& c, int id) {
     p->alive = false;
     p->enabled = false;
     if (p->dl) {
-        dlclose(p->dl);
+        closeLibrary(p->dl);
         p->dl = nullptr;
     }
     p->inProcess = InProcessPlugin{};
@@ -299,7 +297,7 @@ void XPLMGetPluginInfo(XPLMPluginID inPlugin, char* outName, char* outFilePath, 
     if (inPlugin == XPLM_PLUGIN_XPLANE) {
         HostCore* c = core();
         copyOut(outName, "X-Plane");
-        copyOut(outFilePath, c ? c->sandbox : "");
+        copyOut(outFilePath, c ? nativePath(c->sandbox) : "");
         copyOut(outSignature, "xplane");
         copyOut(outDescription, "simhost");
         return;
