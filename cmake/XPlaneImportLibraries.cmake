@@ -1,7 +1,12 @@
 # X-Plane's Windows import libraries, made at build time from our own API declarations
 # (sdk/): a module-definition file per DLL, turned into an import library by dlltool.
 #   xplane_import_libraries   links libXPLM_64.a and libXPWidgets_64.a
-#   XPLANE_XPLM_DEF, XPLANE_WIDGETS_DEF   the .def files (simhost builds the DLLs from them)
+#   XPLANE_XPLM_DEF, XPLANE_WIDGETS_DEF   the .def files
+#   XPLANE_WIDGETS_FORWARD_DEF  XPWidgets_64.dll's exports forwarded to XPLM_64.dll (simhost)
+set(out "${PROJECT_BINARY_DIR}/xplane-import")
+set(XPLANE_XPLM_DEF "${out}/XPLM_64.def")
+set(XPLANE_WIDGETS_DEF "${out}/XPWidgets_64.def")
+set(XPLANE_WIDGETS_FORWARD_DEF "${out}/XPWidgets_64-forward.def")
 if(TARGET xplane_import_libraries)
     return()
 endif()
@@ -9,10 +14,6 @@ find_program(KALVORA_DLLTOOL NAMES ${CMAKE_CXX_COMPILER_TARGET}-dlltool x86_64-w
 file(GLOB xplm_headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/sdk/XPLM*.h")
 list(REMOVE_ITEM xplm_headers "${PROJECT_SOURCE_DIR}/sdk/XPLMDefs.h") # macros only
 file(GLOB widget_headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/sdk/XP[A-KM-Z]*.h")
-set(out "${PROJECT_BINARY_DIR}/xplane-import")
-set(XPLANE_XPLM_DEF "${out}/XPLM_64.def")
-set(XPLANE_WIDGETS_DEF "${out}/XPWidgets_64.def")
-set(XPLANE_WIDGETS_FORWARD_DEF "${out}/XPWidgets_64-forward.def")
 set(script "${PROJECT_SOURCE_DIR}/cmake/MakeImportDef.cmake")
 # The header lists travel through the shell joined by "|".
 string(REPLACE ";" "|" xplm_headers_arg "${xplm_headers}")
