@@ -16,7 +16,7 @@ packages=(
     # fetched from npm by scripts/toolchains.sh; llvm's lipo/strip/dsymutil), and Debian's
     # libpng/zlib source packages (dpkg-source)
     g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64
-    npm llvm dpkg-dev
+    npm llvm lld dpkg-dev
 )
 
 missing=()

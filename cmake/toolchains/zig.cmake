@@ -39,6 +39,12 @@ set(CMAKE_AR "${wrappers}/ar" CACHE FILEPATH "" FORCE)
 set(CMAKE_RANLIB "${wrappers}/ranlib" CACHE FILEPATH "" FORCE)
 set(CMAKE_C_FLAGS_INIT "-target ${KALVORA_ZIG_TARGET}")
 set(CMAKE_CXX_FLAGS_INIT "-target ${KALVORA_ZIG_TARGET}")
+if(CMAKE_SYSTEM_NAME STREQUAL "Darwin")
+    # Zig's Mach-O linker exports hidden symbols too; a link with an exported-symbols list is done
+    # again by LLVM's (zig-macos-link.sh).
+    find_program(KALVORA_LD64_LLD NAMES ld64.lld ld64.lld-14 PATHS /usr/lib/llvm-14/bin REQUIRED)
+    set(CMAKE_CXX_LINKER_LAUNCHER "${CMAKE_CURRENT_LIST_DIR}/zig-macos-link.sh;${KALVORA_LD64_LLD};${KALVORA_ZIG}")
+endif()
 find_program(CMAKE_OBJCOPY NAMES llvm-objcopy llvm-objcopy-14 PATHS /usr/lib/llvm-14/bin)
 find_program(CMAKE_STRIP NAMES llvm-strip llvm-strip-14 PATHS /usr/lib/llvm-14/bin)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
