@@ -74,3 +74,16 @@ add_custom_target(kalvora_mac
     COMMENT "One macOS file for Intel and Apple silicon" VERBATIM)
 add_custom_target(cross DEPENDS kalvora_win kalvora_mac kalvora_lin)
 set(KALVORA_CROSS_READY ON)
+
+# The plug-in against the official SDK's headers (../shared/xplane-sdk, when present), with this
+# machine's compiler: proof that the plug-in builds unchanged against X-Plane's own declarations.
+set(KALVORA_OFFICIAL_SDK_DIR "${PROJECT_SOURCE_DIR}/../shared/xplane-sdk/4.2.0" CACHE PATH
+    "Official X-Plane SDK the plug-in is also built against by `make test`")
+set(KALVORA_SDK_XPL "${PROJECT_BINARY_DIR}/cross/official-sdk/plugin/Kalvora.xpl")
+if(EXISTS "${KALVORA_OFFICIAL_SDK_DIR}/CHeaders/XPLM/XPLMDefs.h")
+    kalvora_cross(kalvora_official_sdk official-sdk Kalvora.xpl "-DXPLANE_SDK_DIR=${KALVORA_OFFICIAL_SDK_DIR}")
+    add_dependencies(cross kalvora_official_sdk)
+else()
+    message(STATUS "Official SDK build off: no ${KALVORA_OFFICIAL_SDK_DIR}/CHeaders")
+    unset(KALVORA_SDK_XPL)
+endif()

@@ -9,6 +9,7 @@
 #    (third_party/musl-math), so that every platform computes a push-back alike;
 #  - Linux: it links no function that some supported hosts lack, has no STB_GNU_UNIQUE
 #    symbol (dlclose would not unload it) and, with --oldest-glibc, needs no newer glibc;
+#  - Windows, with KALVORA_XPLANE_WIN_LIBS: X-Plane's import libraries export what it imports;
 #  - with --stripped: no debug information or symbol table in the file, and its debug
 #    symbols kept beside it (Kalvora.xpl.debug, or Kalvora.xpl.dSYM per macOS processor).
 set -u
@@ -87,6 +88,16 @@ check_pe() {
     local wrong_host
     wrong_host=$(echo "$imports" | awk 'tolower($1) ~ /^(xplm_64|xpwidgets_64|opengl32)\.dll$/' | grep -v -E " (XPLM|XP|gl[A-Z])[A-Za-z0-9_]*$" || true)
     [ -z "$wrong_host" ] || bad "imports from X-Plane or OpenGL what they do not have:" "$wrong_host"
+    # With X-Plane's own import libraries at hand (KALVORA_XPLANE_WIN_LIBS: the official SDK's
+    # Libraries/Win), every function taken from X-Plane is one X-Plane exports under that name.
+    local dll
+    for dll in XPLM_64 XPWidgets_64; do
+        [ -f "${KALVORA_XPLANE_WIN_LIBS:-}/$dll.lib" ] || continue
+        local unknown
+        unknown=$(echo "$imports" | awk -v dll="$dll.dll" 'tolower($1) == tolower(dll) {print $2}' |
+            grep -v -x -F "$(llvm-nm "$KALVORA_XPLANE_WIN_LIBS/$dll.lib" 2>/dev/null | awk '$2 == "T" {print $3}')" || true)
+        [ -z "$unknown" ] || bad "imports from $dll.dll what X-Plane's own import library lacks:" "$unknown"
+    done
     local maths
     maths=$(echo "$imports" | awk 'tolower($1) == "msvcrt.dll" {print $2}' | grep -E "$system_maths" || true)
     [ -z "$maths" ] || bad "takes trigonometry from msvcrt.dll:" "$maths"
