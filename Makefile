@@ -8,6 +8,7 @@ FUZZ_BUILD ?= build-fuzz
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 10
 CMAKE_FLAGS ?=
+PREFIX ?= /usr/local
 
 .PHONY: all deps configure toolchains cross build demo test release fuzz bench install clean
 
@@ -57,8 +58,11 @@ bench: configure
 	@for b in $$(find $(BUILD)/bench -mindepth 2 -maxdepth 2 -type f -executable | sort); do \
 	    echo "== $$b"; "$$b" || exit 1; done
 
+# make install XPLANE="/path/to/X-Plane 12" puts the plug-in into X-Plane; every make install puts
+# kalvora-sim (with libsimhost, the aircraft profiles and Kalvora) into PREFIX.
 install: build
-	@cmake --install $(BUILD) --prefix "$(XPLANE)"
+	@if [ -n "$(XPLANE)" ]; then cmake --install $(BUILD) --prefix "$(XPLANE)"; fi
+	@cmake --install $(BUILD) --component simhost --prefix "$(PREFIX)"
 
 clean:
 	@rm -rf $(BUILD) $(FUZZ_BUILD) dist

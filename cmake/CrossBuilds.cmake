@@ -49,7 +49,8 @@ function(kalvora_cross name folder targets)
 endfunction()
 
 kalvora_cross(kalvora_win win "Kalvora.xpl;kalvora-sim;XPWidgets_64"
-    "-DCMAKE_TOOLCHAIN_FILE=${PROJECT_SOURCE_DIR}/cmake/toolchains/mingw-w64-x86_64.cmake" -DKALVORA_SIMHOST=ON)
+    "-DCMAKE_TOOLCHAIN_FILE=${PROJECT_SOURCE_DIR}/cmake/toolchains/mingw-w64-x86_64.cmake" -DKALVORA_SIMHOST=ON
+    "-DKALVORA_WINEPREFIX=${PROJECT_BINARY_DIR}/cross/wineprefix")
 set(zig_args "-DCMAKE_TOOLCHAIN_FILE=${PROJECT_SOURCE_DIR}/cmake/toolchains/zig.cmake" "-DKALVORA_ZIG=${zig}"
     "-DKALVORA_ZIG_CACHE=${zig_cache}")
 kalvora_cross(kalvora_mac_x86_64 mac-x86_64 Kalvora.xpl ${zig_args} -DKALVORA_ZIG_TARGET=x86_64-macos

@@ -2,7 +2,9 @@
 # Runs the whole test suite and ends with one plain summary line:
 #   "tests: N passed, N failed"
 # 1. unit, scenario and binary tests of the gcc build ($1, default build);
-# 2. the bounded fuzz runs of the clang build ($2, default build-fuzz), when clang is there.
+# 2. in the clang build ($2, default build-fuzz), when clang is there, everything compiled with the
+#    address and undefined-behaviour sanitizers (any report fails): the bounded fuzz runs, and the
+#    host-free and simhost test programs once more (label "sanitized").
 set -uo pipefail
 build=${1:-build}
 fuzz_build=${2:-build-fuzz}
@@ -26,11 +28,13 @@ ctest --test-dir "$build" --no-tests=error --output-on-failure -j "$jobs" -LE fu
 count "$log"
 
 if command -v clang++ >/dev/null; then
-    echo "== bounded fuzz runs (${FUZZ_SECONDS:-10} s each) =="
-    if CC=clang CXX=clang++ cmake -S . -B "$fuzz_build" -G Ninja -DKALVORA_FUZZ=ON -DKALVORA_TESTS=OFF \
-            -DKALVORA_BENCH=OFF -DKALVORA_FUZZ_SECONDS="${FUZZ_SECONDS:-10}" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null &&
-       cmake --build "$fuzz_build" -j "$jobs" --target fuzzers; then
-        ctest --test-dir "$fuzz_build" --output-on-failure -L fuzz -j "$jobs" --no-tests=ignore 2>&1 | tee "$log"
+    echo "== sanitizer build: bounded fuzz runs (${FUZZ_SECONDS:-10} s each), host-free and simhost tests =="
+    if CC=clang CXX=clang++ cmake -S . -B "$fuzz_build" -G Ninja -DKALVORA_FUZZ=ON -DKALVORA_TESTS=ON \
+            -DSIMHOST_TESTS_BUILD_PLUGIN=OFF -DKALVORA_BENCH=OFF -DKALVORA_FUZZ_SECONDS="${FUZZ_SECONDS:-10}" \
+            -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null &&
+       cmake --build "$fuzz_build" -j "$jobs" --target fuzzers sanitized_tests; then
+        ctest --test-dir "$fuzz_build" --output-on-failure -L 'fuzz|sanitized' -j "$jobs" --no-tests=error 2>&1 |
+            tee "$log"
         [ "${PIPESTATUS[0]}" -eq 0 ] || status=1
         count "$log"
     else

@@ -3,7 +3,7 @@
 // than the GPU charges, and one placement beside the nose gear.
 #include <benchmark/benchmark.h>
 
-#include "XPLMUtilities.h"
+#include "support/InProcessKalvora.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
 #include "gpu/GPUService.h"
@@ -16,12 +16,7 @@ namespace {
 struct ChargingAircraft {
     simhost::Host host;
     explicit ChargingAircraft(int engines) {
-        simhost::InProcessPlugin plugin;
-        plugin.name = "Kalvora";
-        plugin.signature = "Halvern.Kalvora";
-        host.setDirectCaller(host.addPlugin(plugin));
-        int xplm = 0, hostId = 0;
-        XPLMGetVersions(&XPVersion, &xplm, &hostId);
+        kalvora_test::AddInProcessKalvora(host);
         SetDefaultPref();
         InitDataRef();
         host.set("sim/aircraft/engine/acf_num_engines", engines);

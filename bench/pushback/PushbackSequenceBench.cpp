@@ -5,7 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include "XPLMProcessing.h"
-#include "XPLMUtilities.h"
+#include "support/InProcessKalvora.h"
 #include "core/CrewMessages.h"
 #include "core/Preferences.h"
 #include "core/PublishedDataRefs.h"
@@ -25,13 +25,7 @@ struct Apron {
     simhost::Host host;
     int pluginId = -1;
     Apron() {
-        simhost::InProcessPlugin plugin;
-        plugin.name = "Kalvora";
-        plugin.signature = "Halvern.Kalvora";
-        pluginId = host.addPlugin(plugin);
-        host.setDirectCaller(pluginId);
-        int xplm = 0, hostId = 0;
-        XPLMGetVersions(&XPVersion, &xplm, &hostId);
+        pluginId = kalvora_test::AddInProcessKalvora(host);
         SetDefaultPref();
         PrefAuralCrewMessage = false; // speech and windows are the host's cost, not the sequence's
         PrefWrittenCrewMessage = false;

@@ -13,3 +13,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+# Programs built here that the build itself runs (simhost's table generator) run under Wine,
+# in the prefix the Windows tests use (KALVORA_WINEPREFIX, made on first use).
+find_program(KALVORA_WINE NAMES wine64 wine PATHS /usr/lib/wine)
+if(KALVORA_WINE)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_COMMAND} -E env "WINEPREFIX=${KALVORA_WINEPREFIX}" WINEDEBUG=-all
+        "${KALVORA_WINE}")
+endif()

@@ -1,8 +1,9 @@
 // What a plug-in has registered, and dropping all of it when it unloads, as
 // X-Plane does: datarefs become orphans (handles stay valid and read 0), every
-// callback, window, menu and hot key disappears. Commands stay: X-Plane never
+// callback, window, widget, menu and hot key disappears. Commands stay: X-Plane never
 // destroys a command, only its handlers go.
 #include "HostInternal.h"
+#include "widgets/WidgetTree.h"
 
 #include <sstream>
 
@@ -22,8 +23,12 @@ std::vector<std::string> listRegistrations(const HostCore& c, int pluginId) {
         out.push_back(s.str());
     }
     listDisplay(c, pluginId, out);
+    widgets::listWidgets(pluginId, out);
     listMenus(c, pluginId, out);
     listScenery(c, pluginId, out);
+    listMaps(c, pluginId, out);
+    listAvionics(c, pluginId, out);
+    if (c.planes.holder == pluginId) out.push_back("AI aircraft");
     for (const CommandRec& cmd : c.commands)
         for (const CommandHandler& h : cmd.handlers)
             if (h.alive && h.owner == pluginId) out.push_back("command handler " + cmd.name);
@@ -45,6 +50,13 @@ void dropRegistrations(HostCore& c, int pluginId) {
     dropDisplay(c, pluginId);
     dropMenus(c, pluginId);
     dropScenery(c, pluginId);
+    dropMaps(c, pluginId);
+    dropAvionics(c, pluginId);
+    dropSounds(c, pluginId);
+    dropPlanes(c, pluginId);
+    for (size_t i = c.weatherReports.size(); i-- > 0;)
+        if (c.weatherReports[i].owner == pluginId)
+            c.weatherReports.erase(c.weatherReports.begin() + static_cast<long>(i));
     for (CommandRec& cmd : c.commands)
         for (CommandHandler& h : cmd.handlers)
             if (h.owner == pluginId) h.alive = false;

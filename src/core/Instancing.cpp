@@ -8,6 +8,10 @@
 
 namespace {
 
+InstancingApi gApi;
+bool gLookedUp = false; ///< gApi holds what this host gave
+bool gAll = false;      ///< the host gave every function
+
 template <typename F> bool Find(F& fn, const char* name) {
     fn = reinterpret_cast<F>(XPLMFindSymbol(name));
     return fn != nullptr;
@@ -17,13 +21,20 @@ template <typename F> bool Find(F& fn, const char* name) {
 
 const InstancingApi* HostInstancing() {
     if (XPVersion < kFirstVersionWithoutDrawPhases) return nullptr;
-    // Looked up once: the plug-in is unloaded with its host's API, so the addresses never go stale.
-    static InstancingApi api;
-    // Every one looked up, none skipped after a missing one.
-    static const bool found[] = {
-        Find(api.loadObject, "XPLMLoadObject"), Find(api.unloadObject, "XPLMUnloadObject"),
-        Find(api.createInstance, "XPLMCreateInstance"), Find(api.destroyInstance, "XPLMDestroyInstance"),
-        Find(api.setPosition, "XPLMInstanceSetPosition")};
-    static const bool all = std::all_of(std::begin(found), std::end(found), [](bool f) { return f; });
-    return all ? &api : nullptr;
+    if (!gLookedUp) {
+        // Every one looked up, none skipped after a missing one.
+        const bool found[] = {Find(gApi.loadObject, "XPLMLoadObject"),
+                              Find(gApi.unloadObject, "XPLMUnloadObject"),
+                              Find(gApi.createInstance, "XPLMCreateInstance"),
+                              Find(gApi.destroyInstance, "XPLMDestroyInstance"),
+                              Find(gApi.setPosition, "XPLMInstanceSetPosition")};
+        gAll = std::all_of(std::begin(found), std::end(found), [](bool f) { return f; });
+        gLookedUp = true;
+    }
+    return gAll ? &gApi : nullptr;
+}
+
+void ForgetHostInstancing() {
+    gApi = InstancingApi{};
+    gLookedUp = gAll = false;
 }

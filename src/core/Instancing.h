@@ -3,8 +3,8 @@
 // From X-Plane 11.50 the 3-D drawing phases are never called, so the truck and
 // the GPU are shown as object instances there. The functions came with
 // X-Plane 11.10: linking them directly would stop the plug-in loading on older
-// hosts, so they are found with XPLMFindSymbol, once, and used only when all
-// of them are there.
+// hosts, so they are found with XPLMFindSymbol, once per host, and used only
+// when all of them are there.
 #pragma once
 
 #include "XPLMInstance.h"
@@ -25,3 +25,5 @@ struct InstancingApi {
 /// The host's instancing functions when the host draws objects only as instances
 /// (version 11.50 or later) and provides all of them; nullptr otherwise.
 const InstancingApi* HostInstancing();
+/// Forgets the functions found, so that the next HostInstancing looks in the host running then.
+void ForgetHostInstancing();

@@ -10,17 +10,22 @@
 #include "core/Commands.h"
 #include "core/CrewMessages.h"
 #include "core/DataRefToolRegistration.h"
+#include "core/HostHandles.h"
 #include "core/LocalOrigin.h"
 #include "core/PluginMenu.h"
 #include "core/PluginServices.h"
 #include "core/PluginState.h"
+#include "core/PrefsDialog.h"
 #include "core/Preferences.h"
 #include "core/PublishedDataRefs.h"
 #include "core/PushbackControl.h"
 #include "core/SimulatorDataRefs.h"
 #include "gpu/GPUService.h"
 #include "motion/PushbackKinematics.h"
+#include "objects/TruckModel.h"
 #include "toolkit/Dialog.h"
+#include "toolkit/Window.h"
+#include "truck/FreeMove.h"
 #include "truck/InstancedDrawing.h"
 #include "truck/TruckMovement.h"
 #include "utils/FileUtils.h"
@@ -148,6 +153,7 @@ void Start(char* outName, char* outSig, char* outDesc) {
 
     AskForNativePaths();
     OpenLog();
+    SetTruckModelLogSink(KLVLogWrite); // the truck loader reports into this log
     KLVLogWrite("--- Starting Kalvora ---\n");
     KLVLogWrite(("-Running on XPlane v" + std::to_string(XPVersion) + "\n").c_str());
 
@@ -206,7 +212,7 @@ void SelectLastTruck() {
 void Enable() {
     KLVLogWrite("--- Enabling Kalvora plugin ---\n");
     if (KLVPrefs && HV_FileUtils::FileExisting(OpenablePath(configFilePath).c_str()))
-        LoadPreferences(*KLVPrefs);
+        LoadPreferences(*KLVPrefs, KLVlog);
     else
         SetDefaultPref();
 
@@ -219,11 +225,12 @@ void Enable() {
     else
         KLVLogWrite(("[WRNG] Failed to load GPU object or textures " + GpuFilesPath + "\n").c_str());
 
-    ForgetLocalOrigin();
+    ForgetHostHandles(); // the same host, or one that started the plug-in again without unloading it
     StartTruckInstancing();
 
     TruckViewHK = XPLMRegisterHotKey(static_cast<char>(static_cast<signed char>(PrefTruckViewKey)),
                                      xplm_DownFlag, "Toggle truckview", TruckViewHotKeyCallBack, nullptr);
+    StartFreeMoveKeys(); // a free-move panel left open over a disable takes its keys again
     DebugLine("enabled");
 }
 
@@ -232,6 +239,9 @@ void Disable() {
     if (KLVPrefs) StorePreferences(*KLVPrefs);
     if (TruckViewHK) XPLMUnregisterHotKey(TruckViewHK);
     TruckViewHK = nullptr;
+    // No key sniffer outlives the enable: a disabled plug-in must not keep keys from the others.
+    StopPrefsKeySniffer();
+    StopFreeMoveKeys();
     StopTruckInstancing();
     ForgetLocalOrigin();
     ReleaseGPUInstance(); // made again by its flight loop once enabled, if the GPU is still shown
@@ -239,6 +249,9 @@ void Disable() {
 }
 
 void Stop() {
+    // Windows first (the dialogs, the tools, the crew message): their handlers still use what follows.
+    HV_Window::CloseAll();
+    HV_Message::Close();
     XPLMUnregisterDrawCallback(DrawTruckCallBack, xplm_Phase_Airplanes, 0, nullptr);
     XPLMUnregisterDrawCallback(DrawGPUModelCallBack, xplm_Phase_Airplanes, 0, nullptr);
     RemoveKLVCommandHandlers();

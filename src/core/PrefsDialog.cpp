@@ -46,8 +46,24 @@ void SetKeyText(HV_CtrlText* text, const char* format) {
     text->SetText(line);
 }
 
+/// The dialog whose key sniffer is registered, or null: one sniffer at most, whatever is pressed.
+PrefsDialog* gSniffingDialog = nullptr;
+
+/// "Assign new": the sniffer is registered for this dialog unless it already is (a second press after
+/// a key was caught must not add another one, which nothing would remove).
+void StartSniffing(PrefsDialog* dialog) {
+    if (gSniffingDialog == dialog) return;
+    if (gSniffingDialog)
+        XPLMUnregisterKeySniffer(PrefsDialog::myKeyCallback, kBeforeWindows, gSniffingDialog);
+    XPLMRegisterKeySniffer(PrefsDialog::myKeyCallback, kBeforeWindows, dialog);
+    gSniffingDialog = dialog;
+}
+
+/// The dialog goes: its sniffer, if it has the one, goes with it.
 void StopSniffing(PrefsDialog* dialog) {
+    if (gSniffingDialog != dialog) return;
     XPLMUnregisterKeySniffer(PrefsDialog::myKeyCallback, kBeforeWindows, dialog);
+    gSniffingDialog = nullptr;
     mWaitingKey = false;
 }
 
@@ -100,7 +116,7 @@ int OnButton(PrefsDialog* d, HV_Panel* control) {
         return 0;
     }
     if (control == d->assignButton && !mWaitingKey) {
-        XPLMRegisterKeySniffer(PrefsDialog::myKeyCallback, kBeforeWindows, d);
+        StartSniffing(d);
         mWaitingKey = true;
     }
     return 0;
@@ -193,7 +209,11 @@ int PrefsDialog::HV_WindowHandler(void* dialog, long message, HV_Panel* control,
         auto* d = static_cast<PrefsDialog*>(dialog);
         if (!d || !d->window) return 0;
         const int result = Handle(d, message, control);
-        if (result == kHV_CloseWindow) d->window = nullptr; // the toolkit deletes it
+        if (result == kHV_CloseWindow) {
+            // The toolkit deletes the window on this answer; nothing of the dialog is used after it.
+            if (myPrefsDialog == d) myPrefsDialog = nullptr;
+            delete d;
+        }
         return result;
     });
 }
@@ -218,5 +238,12 @@ void SetTruckSpeedSetting(int speed) {
 }
 
 void OpenPrefsDialog() {
-    myPrefsDialog = new PrefsDialog(); // the previous dialog is dropped, not freed
+    myPrefsDialog = new PrefsDialog(); // an earlier one stays open and frees itself when it closes
+}
+
+void StopPrefsKeySniffer() {
+    PrefsDialog* d = gSniffingDialog;
+    if (!d) return;
+    StopSniffing(d);
+    if (d->assignButton) d->assignButton->SetEnable(true); // no longer blinking
 }

@@ -17,7 +17,8 @@ extern bool mWaitingKey;    ///< "Assign new" waits for a key
 extern bool gIsEnable;      ///< blink state of "Assign new" while a key is awaited
 extern float theLastTimer;  ///< host elapsed seconds of the next blink
 
-/// One opening of the preferences window; never freed (the window frees itself on close).
+/// One opening of the preferences window; it frees itself with its window when OK, Cancel or the close
+/// box closes it.
 class PrefsDialog {
 public:
     HV_CtrlCheckBox* switchViewBox = nullptr;   ///< "Auto switch to external view"
@@ -46,13 +47,16 @@ public:
     /// Window handler; returns 2 to close the window, 0 otherwise.
     static int HV_WindowHandler(void* dialog, long message, HV_Panel* control, long param1, long param2);
     /// Key sniffer while the window is open after "Assign new": takes every key and swallows it (0).
+    /// Registered for one dialog at a time, once.
     static int myKeyCallback(char key, XPLMKeyFlags flags, char virtualKey, void* refcon);
 };
 
-/// The last preferences dialog opened from the menu (earlier ones are dropped, not freed).
+/// The last preferences dialog opened from the menu while it is open, else null.
 extern PrefsDialog* myPrefsDialog;
 
 /// A truck speed from a slider (0..50), applied at once: PrefTruckSpeed and PrefStepValue = speed / 100 m.
 void SetTruckSpeedSetting(int speed);
 /// "Preferences...": a new dialog, kept in myPrefsDialog.
 void OpenPrefsDialog();
+/// Plug-in disable: the key sniffer of "Assign new", if any, is removed and no key is awaited.
+void StopPrefsKeySniffer();

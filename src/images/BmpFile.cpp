@@ -41,11 +41,12 @@ int ReadBmp(std::FILE* f, ImageInfo* info) {
     const int32_t height = static_cast<int32_t>(Le32(h + 22)); // negative = top-down, refused
     const uint16_t bits = Le16(h + 28);
     if (magic != kBmpMagic || bits != kBitsPerPixel || width <= 0 || height <= 0) return FailureStatus();
-    // The header's own sizes must leave room for the pixels (64-bit: no overflow).
-    const int64_t pixelBytes = int64_t{height} * width * 3;
-    if (int64_t{fileSize} - int64_t{dataOffset} < pixelBytes) return FailureStatus();
+    // Sides bounded first: their product times 3 then fits 64 bits (2^15 * 2^15 * 3 < 2^32).
     if (width > kalvora_images::kMaxImageSide || height > kalvora_images::kMaxImageSide)
         return FailureStatus();
+    // The header's own sizes must leave room for the pixels.
+    const int64_t pixelBytes = int64_t{height} * width * 3;
+    if (int64_t{fileSize} - int64_t{dataOffset} < pixelBytes) return FailureStatus();
     const long pad = (width * 3L + 3) / 4 * 4 - width * 3L;
     // Pixels follow the 54 header bytes directly: the header's data offset is not used to seek.
     return kalvora_images::ReadPixels(f, info, width, height, pad, 3);

@@ -185,6 +185,10 @@ float Default_GetAnimParam(const char* dataref, float, float, void*) {
     return XPLMGetDataf(myDataRef);
 }
 
+void ForgetDefaultAnimParam() {
+    myDataRef = nullptr;
+}
+
 void ObjDraw8(const XObj8& obj, float dist, ObjDrawFuncs_t* funcs, void* ref) {
     if (obj.lods.empty()) return; // nothing to choose from
     ObjDrawFuncs_t* f = funcs ? funcs : const_cast<ObjDrawFuncs_t*>(&sDefault);

@@ -38,6 +38,8 @@ void Default_TexCoordPointer(int size, unsigned long type, long stride, const vo
 /// Reads one simulator value through a single process-wide cached handle: the first call looks
 /// `dataref` up and returns 0; every later call reads that first dataref, whatever name it gets.
 float Default_GetAnimParam(const char* dataref, float value1, float value2, void* ref);
+/// Empties Default_GetAnimParam's slot (a new host): its next call looks its dataref up again.
+void ForgetDefaultAnimParam();
 
 /// Draws `obj` as seen from `dist` metres (chooses the level of detail); null `funcs` = the defaults.
 /// An object without levels draws nothing.

@@ -7,21 +7,24 @@
 
 HV_XObject gKLVtheTruck;
 
-// The lifecycle defines the real stream; this weak null stands in until it is linked, so the scene
-// objects can be used (and tested) on their own.
-__attribute__((weak)) std::ostream* KLVlog = nullptr;
+namespace {
+TruckModelLogSink_f gLogSink = nullptr;
+} // namespace
+
+void SetTruckModelLogSink(TruckModelLogSink_f sink) {
+    gLogSink = sink;
+}
 
 void LoadMeshAndTextures(const char* directory, const char* name, int) {
     try {
         const std::string dir = directory ? directory : "";
         const std::string path = dir + (name ? name : "");
         const bool ok = gKLVtheTruck.LoadXObject(path.c_str());
-        if (!KLVlog) return;
+        if (!gLogSink) return;
         if (ok)
-            *KLVlog << "Meshes and textures for object " << path << " succesfuly loaded\n";
+            gLogSink(("Meshes and textures for object " + path + " succesfuly loaded\n").c_str());
         else
-            *KLVlog << "[WRNG] Failed to load object " << path << " (path: " << dir << ")\n";
-        KLVlog->flush();
+            gLogSink(("[WRNG] Failed to load object " + path + " (path: " + dir + ")\n").c_str());
     } catch (const std::exception& e) {
         // Called from the host's enable and menu callbacks: nothing may escape.
         XPLMDebugString((std::string("Kalvora: cannot load the truck model: ") + e.what() + "\n").c_str());

@@ -3,14 +3,15 @@
 
 #include "objects/HV_XObject.h"
 
-#include <ostream>
-
 /// The drawn push-back truck.
 extern HV_XObject gKLVtheTruck;
 
-/// The plug-in's log stream, opened at start by the lifecycle; null until then (nothing is written).
-extern std::ostream* KLVlog;
+/// Receives each line LoadMeshAndTextures reports, newline included.
+typedef void (*TruckModelLogSink_f)(const char* line);
+/// Where LoadMeshAndTextures reports: the plug-in hands it its log at start; null (the start value)
+/// reports nothing.
+void SetTruckModelLogSink(TruckModelLogSink_f sink);
 
 /// Loads the truck model `directory` + `name` (plain concatenation, no extension) into gKLVtheTruck
-/// and writes one line saying how it went to KLVlog. The third argument is not used.
+/// and reports one line saying how it went to the log sink. The third argument is not used.
 void LoadMeshAndTextures(const char* directory, const char* name, int reserved);

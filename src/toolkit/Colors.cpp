@@ -59,6 +59,12 @@ void HV_OGLUtils::LoadXPColors() {
     mXPColorInitialised = true;
 }
 
+void HV_OGLUtils::ForgetXPColors() {
+    mXPColorInitialised = false;
+    firstTime = true;
+    gCockpitLightLevelsFound = false;
+}
+
 float* HV_OGLUtils::ColorXPlane(int index) {
     LoadXPColors();
     if (index < 0 || index >= kXPlaneColorCount) return gOutOfRangeColor;

@@ -19,6 +19,8 @@ extern const char* const kXPlaneColorNames[kXPlaneColorCount];
 namespace HV_OGLUtils {
 /// Reads the twelve interface colours once; later calls do nothing.
 void LoadXPColors();
+/// Forgets the colours read and every handle looked up for them: the next use reads the host of then.
+void ForgetXPColors();
 /// The cached interface colour `index` (0..11); out of range gives white.
 float* ColorXPlane(int index);
 } // namespace HV_OGLUtils

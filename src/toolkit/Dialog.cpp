@@ -82,8 +82,14 @@ HV_Dialog::HV_Dialog(const char* title, const char* text, const char* button1_, 
 }
 
 int HV_Dialog::HV_WindowHandler(void* dialogPtr, long message, HV_Panel* source, long, long) {
-    if (message != xpMsg_PushButtonPressed || !dialogPtr) return 0;
+    if (!dialogPtr) return 0;
     auto* dialog = static_cast<HV_Dialog*>(dialogPtr);
+    if (message == xpMessage_CloseButtonPushed) {
+        // Without a close box this comes only from HV_Window::CloseAll: gone unanswered.
+        delete dialog;
+        return kHV_CloseWindow;
+    }
+    if (message != xpMsg_PushButtonPressed) return 0;
     int answer = 0;
     if (source && source == dialog->button1)
         answer = 1;

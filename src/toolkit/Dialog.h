@@ -31,7 +31,8 @@ public:
     HV_Dialog(const HV_Dialog&) = delete;
     HV_Dialog& operator=(const HV_Dialog&) = delete;
 
-    /// Window handler: a press of either button calls the callback, frees the dialog and closes.
+    /// Window handler: a press of either button calls the callback, frees the dialog and closes; the close
+    /// message of HV_Window::CloseAll frees and closes it without an answer.
     static int HV_WindowHandler(void* dialog, long message, HV_Panel* source, long param1, long param2);
 };
 

@@ -1,6 +1,8 @@
 #include "toolkit/Window.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 #include "XPStandardWidgets.h"
 #include "XPWidgets.h"
@@ -66,6 +68,12 @@ void CloseWindow(HV_Window* window) {
     delete window;
 }
 
+/// Every window alive now, oldest first.
+std::vector<HV_Window*>& LiveWindows() {
+    static std::vector<HV_Window*> windows;
+    return windows;
+}
+
 } // namespace
 
 HV_Window::HV_Window(void* userData_, HV_WindowHandler_f handler_, int width_, const char* title,
@@ -85,9 +93,12 @@ HV_Window::HV_Window(void* userData_, HV_WindowHandler_f handler_, int width_, c
     rootPanel->SetFatherWidget(widget, widget);
 
     XPAddWidgetCallback(widget, HV_WindowHandler);
+    LiveWindows().push_back(this);
 }
 
 HV_Window::~HV_Window() {
+    std::vector<HV_Window*>& live = LiveWindows();
+    live.erase(std::remove(live.begin(), live.end(), this), live.end());
     if (widget) XPSetWidgetProperty(widget, xpProperty_Refcon, 0);
     delete rootPanel;
     rootPanel = nullptr;
@@ -160,6 +171,28 @@ bool HV_Window::AddChild(HV_Panel* child) {
 HV_Window* HV_Window::GetHV_WindowClass(void* widget_) {
     if (!widget_) return nullptr;
     return reinterpret_cast<HV_Window*>(XPGetWidgetProperty(widget_, xpProperty_Refcon, nullptr));
+}
+
+void HV_Window::CloseAll() {
+    while (!LiveWindows().empty()) {
+        HV_Window* window = LiveWindows().back(); // newest first: a dialog before the window it came from
+        int result = kHV_CloseWindow;
+        if (window->handler) {
+            try {
+                result = window->handler(window->userData, xpMessage_CloseButtonPushed, nullptr,
+                                         static_cast<long>(reinterpret_cast<intptr_t>(window->widget)), 0);
+            } catch (...) {
+                HV_LOGUtils::Add2Log("HV_Window::CloseAll: a handler failed", HV_LOGUtils::kHV_LOG_ALERT);
+            }
+        }
+        // A handler that keeps its window open loses it all the same; what it owns is its own affair.
+        if (std::find(LiveWindows().begin(), LiveWindows().end(), window) != LiveWindows().end()) {
+            if (result != kHV_CloseWindow)
+                HV_LOGUtils::Add2Log("HV_Window::CloseAll: a window refused to close",
+                                     HV_LOGUtils::kHV_LOG_WARNING);
+            CloseWindow(window);
+        }
+    }
 }
 
 int HV_Window::HV_WindowHandler(XPWidgetMessage message, XPWidgetID widget_, intptr_t param1,

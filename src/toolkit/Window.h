@@ -60,6 +60,9 @@ public:
     /// Adds a panel or control to column 0 of the root panel; false when refused (caller keeps it).
     bool AddChild(HV_Panel* child);
 
+    /// Closes every window of the toolkit, newest first, as its close box would: each handler hears the
+    /// close message (1200) and frees what it owns; the windows are then deleted (plug-in stop).
+    static void CloseAll();
     /// The window stored in a main-window widget's property 0 (null for none).
     static HV_Window* GetHV_WindowClass(void* widget);
     /// Widget function added to the main window: routes messages to the handler and the panels.

@@ -28,6 +28,7 @@ constexpr long kMsgSliderMoved = 1500;
 constexpr int kBeforeWindows = 1;
 
 FreeMove* gFreeMove = nullptr;
+bool gKeysSniffed = false; ///< FreeMoveKeySniffer is registered (once at most)
 
 void AddTexts(HV_Panel* panel, char column, int count) {
     for (int i = 0; i < count; ++i)
@@ -42,7 +43,7 @@ HV_CtrlButton* AddButton(HV_Panel* panel, char column, const char* label) {
 
 /// The window is going away: the keys stop, the texture goes, the object goes.
 void Closed(FreeMove* panel) {
-    XPLMUnregisterKeySniffer(FreeMoveKeySniffer, kBeforeWindows, nullptr);
+    StopFreeMoveKeys();
     if (gFreeMove == panel) gFreeMove = nullptr;
     FreePluginBitmap(panel->truckIcon);
     delete panel;
@@ -169,8 +170,18 @@ void OpenFreeMovePanel() {
     GuardCallback("free-move panel", [] {
         if (gFreeMove) return;
         gFreeMove = new FreeMove();
-        XPLMRegisterKeySniffer(FreeMoveKeySniffer, kBeforeWindows, nullptr);
+        StartFreeMoveKeys();
     });
+}
+
+void StartFreeMoveKeys() {
+    if (!gFreeMove || gKeysSniffed) return;
+    gKeysSniffed = XPLMRegisterKeySniffer(FreeMoveKeySniffer, kBeforeWindows, nullptr) != 0;
+}
+
+void StopFreeMoveKeys() {
+    if (gKeysSniffed) XPLMUnregisterKeySniffer(FreeMoveKeySniffer, kBeforeWindows, nullptr);
+    gKeysSniffed = false;
 }
 
 FreeMove* OpenedFreeMovePanel() {

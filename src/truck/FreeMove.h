@@ -59,5 +59,9 @@ public:
 
 /// Opens the panel (one at a time) and registers the key sniffer while it is open.
 void OpenFreeMovePanel();
+/// Plug-in enable: the keys work again while the panel is open (one sniffer at most).
+void StartFreeMoveKeys();
+/// Plug-in disable, and the panel closing: the keys no longer reach the panel.
+void StopFreeMoveKeys();
 /// The open panel, or null.
 FreeMove* OpenedFreeMovePanel();

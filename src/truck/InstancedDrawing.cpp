@@ -17,6 +17,7 @@
 #include "truck/TruckState.h"
 
 #include <cmath>
+#include <cstring>
 #include <string>
 
 namespace {
@@ -28,6 +29,7 @@ constexpr double kWheelRadiusMetres = 0.4; // tyre radius of the generated tug m
 constexpr double kDegreesPerRadian = 57.29577951308232;
 constexpr double kFullTurnDegrees = 360.0;
 constexpr double kJumpMetres = 50.0; // a larger step is a re-placement, not driving: wheels do not turn
+const std::string kObjEnding = ".obj";
 
 const char* const kAnimationNames[kTruckAnimationDataRefCount + 1] = {
     "halvern/kalvora/truck/wheel_rotation_deg", "halvern/kalvora/truck/steering_deg", nullptr};
@@ -82,12 +84,22 @@ void AdvanceWheels() {
     gHaveLast = true;
 }
 
+/// True when `path` is folder + name + ".obj", compared piece by piece: called every frame, it must not
+/// build the path (two heap allocations each time).
+bool IsModelPath(const std::string& path, const std::string& folder, const char* name) {
+    const size_t nameLength = std::strlen(name);
+    return path.size() == folder.size() + nameLength + kObjEnding.size() &&
+           path.compare(0, folder.size(), folder) == 0 &&
+           path.compare(folder.size(), nameLength, name) == 0 &&
+           path.compare(folder.size() + nameLength, kObjEnding.size(), kObjEnding) == 0;
+}
+
 /// Makes sure the instance shows the chosen truck's model; false when it cannot.
 bool EnsureInstance(const InstancingApi& api) {
-    const std::string path = truckFilesPath + PrefLastTruck + ".obj";
-    if (gTruckInstance && path == gTruckObjectPath) return true;
+    if (gTruckInstance && IsModelPath(gTruckObjectPath, truckFilesPath, PrefLastTruck)) return true;
     ReleaseInstance(); // none yet, or the truck choice changed
-    if (path == gFailedPath) return false;
+    if (IsModelPath(gFailedPath, truckFilesPath, PrefLastTruck)) return false;
+    const std::string path = truckFilesPath + PrefLastTruck + kObjEnding;
     gTruckObject = api.loadObject(path.c_str());
     if (!gTruckObject) {
         gFailedPath = path;
@@ -150,7 +162,7 @@ bool UseTruckInstancing() {
 
 float TruckInstanceCallBack(float /*elapsedSinceLastCall*/, float /*elapsedSinceLastLoop*/, int /*counter*/,
                             void* /*refcon*/) {
-    return GuardCallback("truck instance", kStop, PlaceTruck);
+    return GuardCallback("truck instance", kStop, PlaceTruck, kEveryFrame); // a bad reading skips a frame
 }
 
 void StartTruckInstancing() {

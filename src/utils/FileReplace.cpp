@@ -16,8 +16,6 @@ namespace HV_FileUtils {
 
 namespace {
 
-/// Replaced by mkstemp with a unique suffix.
-constexpr const char* kTemporarySuffix = ".XXXXXX";
 /// The permission bits of a mode (no file type).
 constexpr int kPermissionBits = 07777;
 
@@ -34,9 +32,9 @@ std::wstring Wide(const std::string& utf8) {
 
 } // namespace
 
-std::string MakeTemporaryBeside(const std::string& path) {
+std::string MakeTemporaryBeside(const std::string& path, const std::string& infix) {
     if (path.empty()) return "";
-    std::string temporary = path + kTemporarySuffix;
+    std::string temporary = path + infix + std::string(kTemporaryRandomChars, 'X'); // mkstemp's pattern
     const int fd = mkstemp(&temporary[0]);
     if (fd < 0) return "";
     struct stat old {};

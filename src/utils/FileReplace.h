@@ -3,6 +3,7 @@
 // either its old or its new complete content, never half-written.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <string>
 
@@ -11,9 +12,13 @@ namespace HV_FileUtils {
 /// Permissions of a new file when there is no old one to take them from (rw-r--r--).
 constexpr int kNewFilePermissions = 0644;
 
-/// Creates a new empty file with a unique name beside path, carrying the permissions of the
-/// file at path (kNewFilePermissions when there is none); its path, or "" when it cannot.
-std::string MakeTemporaryBeside(const std::string& path);
+/// Characters of a temporary's name that mkstemp picks, from [A-Za-z0-9].
+constexpr std::size_t kTemporaryRandomChars = 6;
+
+/// Creates a new empty file with a unique name beside path (path, infix, kTemporaryRandomChars
+/// characters), carrying the permissions of the file at path (kNewFilePermissions when there is
+/// none); its path, or "" when it cannot.
+std::string MakeTemporaryBeside(const std::string& path, const std::string& infix = ".");
 
 /// Flushes a written stream to the disk itself; false on an error.
 bool FlushToDisk(std::FILE* file);

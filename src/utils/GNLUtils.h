@@ -32,5 +32,8 @@ void StopModifierSniffer();
 /// Releases what the utilities registered with the host (the shared-menu dataref, the modifier
 /// sniffer) and forgets cached handles, the shared menu and the clock anchor. Call at plug-in stop.
 void ReleaseHostBindings();
+/// Forgets the dataref handles the utilities cached (the heading datarefs) without calling the host,
+/// so that the next use looks them up in the host running then.
+void ForgetHostHandles();
 
 } // namespace HV_GNLUtils

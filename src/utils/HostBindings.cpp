@@ -1,4 +1,5 @@
-// Releasing, at plug-in stop, everything the utilities registered with or cached from the host.
+// Releasing, at plug-in stop, everything the utilities registered with or cached from the host; and
+// forgetting the cached handles when the plug-in binds to a host.
 #include "utils/GNLUtils.h"
 
 #include "utils/HostRelease.h"
@@ -10,6 +11,10 @@ void ReleaseHostBindings() {
     detail::ReleaseClock();
     detail::ReleaseHeadingDataRefs();
     detail::ReleaseSharedMenu();
+}
+
+void ForgetHostHandles() {
+    detail::ReleaseHeadingDataRefs();
 }
 
 } // namespace HV_GNLUtils

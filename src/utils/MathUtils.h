@@ -35,5 +35,7 @@ float UTIL_HeadingGetTrueFromMagnetic(float magneticHeading);
 
 } // namespace HV_MathUtils
 
-/// Seconds since the first call (which returns 0), from the simulator's elapsed-time clock.
+/// Seconds since the first call (which returns 0), from the simulator's elapsed-time clock. Never runs
+/// backwards: when the host's clock starts again (a new host in the same process), it goes on from
+/// where it stood, so timers set on the earlier host still run out.
 double GetTimePrecise();

@@ -1,4 +1,4 @@
-// GetTimePrecise: the plug-in's clock, anchored at its first reading.
+// GetTimePrecise: the plug-in's clock, anchored at its first reading, never running backwards.
 #include "utils/MathUtils.h"
 
 #include "utils/HostRelease.h"
@@ -13,7 +13,8 @@ namespace {
 constexpr double kMicrosecondsPerSecond = 1000000.0;
 
 bool gFirstTime = true;
-int64_t gAnchor = 0; ///< host clock at the first call, microseconds
+int64_t gAnchor = 0;   ///< host clock at the clock's zero, microseconds
+int64_t gLastRead = 0; ///< the last value handed out, microseconds since the zero
 
 /// The host's elapsed time in whole microseconds (0 for a reading that is not a number).
 int64_t HostMicroseconds() {
@@ -28,6 +29,7 @@ namespace HV_GNLUtils::detail {
 void ReleaseClock() {
     gFirstTime = true;
     gAnchor = 0;
+    gLastRead = 0;
 }
 } // namespace HV_GNLUtils::detail
 
@@ -37,5 +39,9 @@ double GetTimePrecise() {
         gFirstTime = false;
         gAnchor = now;
     }
-    return static_cast<double>(now - gAnchor) / kMicrosecondsPerSecond;
+    // A host clock that starts again (another host in the same process) would send every timer back:
+    // the clock goes on from where it stood instead.
+    if (now - gAnchor < gLastRead) gAnchor = now - gLastRead;
+    gLastRead = now - gAnchor;
+    return static_cast<double>(gLastRead) / kMicrosecondsPerSecond;
 }

@@ -5,13 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include "XPLMUtilities.h"
 #include "core/LocalOrigin.h"
 #include "core/Preferences.h"
 #include "core/PublishedDataRefs.h"
 #include "core/SimulatorDataRefs.h"
 #include "motion/PushbackKinematics.h"
 #include "truck/TruckState.h"
+#include "support/InProcessKalvora.h"
 #include "truck/TruckSteering.h"
 
 #include <simhost/Simhost.h>
@@ -25,10 +25,8 @@ namespace kalvora_test {
 /// Difference of two headings in degrees, folded into -180..180.
 inline double HeadingDiff(double a, double b) {
     double d = std::fmod(a - b, 360.0);
-    if (d > 180.0)
-        d -= 360.0;
-    if (d < -180.0)
-        d += 360.0;
+    if (d > 180.0) d -= 360.0;
+    if (d < -180.0) d += 360.0;
     return d;
 }
 
@@ -50,15 +48,7 @@ protected:
             host.reset();
         }
         host = std::make_unique<simhost::Host>(options);
-        simhost::InProcessPlugin plugin;
-        plugin.name = "Kalvora";
-        plugin.signature = "Halvern.Kalvora";
-        plugin.description = "in-process";
-        pluginId = host->addPlugin(plugin);
-        host->setDirectCaller(pluginId);
-        int xplm = 0;
-        XPLMHostApplicationID hostId = 0;
-        XPLMGetVersions(&XPVersion, &xplm, &hostId);
+        pluginId = AddInProcessKalvora(*host);
         ResetGlobals();
         initResult = InitDataRef();
     }
@@ -72,7 +62,6 @@ protected:
         myTruckHeading = 0.0f;
         theOffset = 0.0f;
         k_KLV_Front_Gear = k_KLV_Rear_Gear = gKLVGearIndex = 0;
-        ForgetLocalOrigin(); // its dataref handles and reference point belong to the previous host
     }
 
     double X() { return host->getf("sim/flightmodel/position/local_x"); }

@@ -3,6 +3,8 @@
 #include "AppFixture.h"
 
 #include "XPLMDataAccess.h"
+#include "core/Instancing.h"
+#include "utils/MathUtils.h"
 
 namespace kalvora_test {
 namespace {
@@ -18,6 +20,28 @@ TEST_F(SimulatorDataRefs, EveryRequiredDataRefIsFoundOnAModernHost) {
     // The handles reach the host's live values.
     host->set("sim/flightmodel/position/psi", 123.5);
     EXPECT_FLOAT_EQ(XPLMGetDataf(gPositionPsi), 123.5f);
+}
+
+TEST_F(SimulatorDataRefs, ANewHostInTheSameProcessIsBoundAfresh) {
+    ASSERT_NE(HostInstancing(), nullptr);
+    FollowLocalOrigin(); // looks up and remembers the local frame of this host
+    host->runFor(5.0);
+    const double clock = GetTimePrecise();
+    // A second host with another reference point, bound by InitDataRef alone, as a benchmark run does.
+    simhost::HostOptions elsewhere;
+    elsewhere.startLatDeg = 40.0;
+    elsewhere.startLonDeg = -3.0;
+    Restart(elsewhere);
+    gKLVTruckX = 12.0;
+    gKLVTruckZ = -34.0;
+    for (int frame = 0; frame < 3; ++frame) {
+        FollowLocalOrigin();
+        host->runFrames(1);
+    }
+    EXPECT_DOUBLE_EQ(gKLVTruckX, 12.0) << "the frame of the first host was taken for a move";
+    EXPECT_DOUBLE_EQ(gKLVTruckZ, -34.0);
+    EXPECT_EQ(host->logText().find("local frame moved"), std::string::npos);
+    EXPECT_GE(GetTimePrecise(), clock) << "the timers of the first host would never run out";
 }
 
 TEST_F(SimulatorDataRefs, OlderHostsUseTheOlderNamesOfPitchAndN1) {

@@ -1,7 +1,7 @@
 // A fresh simhost per test with the plug-in's code attributed to an in-process
 // plug-in, and the means to use the plug-in's windows as a user would: click
-// controls, press keys, drag sliders. Windows left open are closed by their
-// close boxes before the host goes.
+// controls, press keys, drag sliders. Windows left open are closed as their
+// close boxes would before the host goes.
 #pragma once
 
 #include "core/AppFixture.h"
@@ -30,10 +30,7 @@ protected:
 
     void TearDown() override {
         host->setDirectCaller(pluginId);
-        for (const char* title : {"Kalvora Preferences", "About Kalvora...", "Truck Movements Control Panel",
-                                  "Texture cutter", "Measure"})
-            while (simhost::WidgetHandle w = Window(title))
-                if (!simhost::clickCloseBox(*host, w)) break;
+        HV_Window::CloseAll(); // as the plug-in's stop does
         AppTest::TearDown();
     }
 

@@ -4,10 +4,12 @@
 // to $KALVORA_SCREENSHOT_DIR (default <build>/dialogs-screenshots/).
 #include "lifecycle/LoadedPlugin.h"
 #include "dialogs/ShownWindow.h"
+#include "graphics/GraphicsHooks.h"
 
 #include "XPLMDefs.h"
 #include "XPStandardWidgets.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace kalvora_test {
@@ -28,10 +30,12 @@ protected:
         simhost::WidgetHandle w = simhost::findWidget(text, under);
         return w && simhost::clickWidget(*host, w);
     }
-    bool Registered(const std::string& what) {
-        for (const std::string& line : host->registrations(id))
-            if (line.rfind(what, 0) == 0) return true;
-        return false;
+    bool Registered(const std::string& what) { return Count(what) > 0; }
+    /// How many of the plug-in's registrations start with `what`.
+    long Count(const std::string& what) {
+        const std::vector<std::string> all = host->registrations(id);
+        return std::count_if(all.begin(), all.end(),
+                             [&](const std::string& l) { return l.rfind(what, 0) == 0; });
     }
 
     /// Writes a picture of the window when the host draws.
@@ -117,6 +121,80 @@ TEST_F(PluginWindowsTest, ToolsOpenTheFreeMovePanelAndTheLayoutTools) {
     host->mouseUp(x + 30, y - 15);
     EXPECT_NE(host->logText().find("(30 x 15)"), std::string::npos) << "the cut is logged";
     Picture(cutter, "dialogs-texture-cutter.png");
+}
+
+TEST_F(PluginWindowsTest, KeySniffersNeverOutliveTheirWindowOrTheEnable) {
+    Load();
+    ASSERT_TRUE(Pick("Preferences..."));
+    simhost::WidgetHandle prefs = Window("Kalvora Preferences");
+    ASSERT_TRUE(ClickText(prefs, "Assign new"));
+    host->pressKey(XPLM_VK_F5);
+    ASSERT_TRUE(ClickText(prefs, "Key is: F5")); // "Assign new" again, once a key was caught
+    EXPECT_EQ(Count("key sniffer"), 1);
+    host->disablePlugin(id);
+    EXPECT_EQ(Count("key sniffer"), 0) << "a disabled plug-in keeps no keys from the others";
+    ASSERT_TRUE(host->enablePlugin(id));
+    ASSERT_TRUE(ClickText(prefs, "Key is: F5"));
+    ASSERT_TRUE(ClickText(prefs, "Cancel"));
+    EXPECT_EQ(Count("key sniffer"), 0);
+    host->pressKey(XPLM_VK_F12);
+    host->runFrames(2);
+    EXPECT_TRUE(host->camera().controlled) << "the truck-view key reaches its hot key again";
+
+    ASSERT_TRUE(Pick("Tools/Free move panel"));
+    EXPECT_EQ(Count("key sniffer"), 1);
+    host->disablePlugin(id);
+    EXPECT_EQ(Count("key sniffer"), 0);
+    ASSERT_TRUE(host->enablePlugin(id));
+    EXPECT_EQ(Count("key sniffer"), 1) << "the open panel takes its keys again";
+    ASSERT_TRUE(simhost::clickCloseBox(*host, Window("Truck Movements Control Panel")));
+    EXPECT_EQ(Count("key sniffer"), 0);
+}
+
+TEST_F(PluginWindowsTest, TheCrewMessageIsReadableInsideItsBoxOnEveryHost) {
+    // Before 11.50 the tug is drawn in the legacy 3-D phases, which leave back-face culling on.
+    for (int version : {740, 11410, 12100}) {
+        SCOPED_TRACE(version);
+        host.reset();
+        options.xplaneVersion = version;
+        options.sandboxDir = (root / ("xplane-" + std::to_string(version))).string();
+        fs::create_directories(options.sandboxDir);
+        host = std::make_unique<simhost::Host>(options);
+        if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL context";
+        std::string error;
+        id = host->loadPlugin(PluginFile().string(), KALVORA_SOURCE_DIR "/assets/Kalvora", &error);
+        ASSERT_GE(id, 0) << error;
+        ASSERT_TRUE(Pick("Push straight back"));
+        host->runFrames(2);
+        const std::vector<simhost::WindowInfo> windows = host->windows();
+        // The message stands 10 px from the screen's left edge.
+        const auto box = std::find_if(windows.begin(), windows.end(), [&](const simhost::WindowInfo& w) {
+            return w.pluginId == id && w.visible && w.left == 10;
+        });
+        ASSERT_NE(box, windows.end()) << "no message window";
+        simhost::gfx::Image frame;
+        ASSERT_TRUE(simhost::gfx::readFrame(frame));
+        // Pixels of the green crew text, (0.4, 0.9, 0.4): within the box's rows, starting in the box.
+        // (simhost's letters are 7 px wide where the box allows 6, so a long line runs past its right end.)
+        const int low = std::min(box->bottom, box->top), high = std::max(box->bottom, box->top);
+        long inside = 0, aboveOrBelow = 0;
+        int leftmost = frame.width;
+        for (int y = 0; y < frame.height; ++y)
+            for (int x = 0; x < frame.width; ++x) {
+                const uint32_t p = frame.at(x, y);
+                const int r = p >> 24, g = (p >> 16) & 0xFF, b = (p >> 8) & 0xFF;
+                if (std::abs(r - 102) > 30 || std::abs(g - 230) > 30 || std::abs(b - 102) > 30) continue;
+                if (y < low || y > high) {
+                    ++aboveOrBelow;
+                    continue;
+                }
+                leftmost = std::min(leftmost, x);
+                inside += x <= box->right;
+            }
+        EXPECT_GT(inside, 100) << "no text in the box";
+        EXPECT_EQ(aboveOrBelow, 0) << "text above or below the box";
+        EXPECT_GT(leftmost, box->left);
+    }
 }
 
 TEST_F(PluginWindowsTest, TruckViewKeyDuringAPush) {

@@ -91,6 +91,9 @@ TEST_F(PrefsDialogTest, AssignedKeyIsShownSwallowedAndBecomesTheHotKey) {
     host->pressKey(XPLM_VK_G, 0, 'g');
     EXPECT_EQ(TextOf(d->assignButton), "Key is: G");
     EXPECT_EQ(gPREF_ActiveKey, XPLM_VK_G);
+    ASSERT_TRUE(Click(d->assignButton)); // pressed again once a key was caught: still one sniffer
+    EXPECT_EQ(Registered("key sniffer").size(), 1u);
+    host->pressKey(XPLM_VK_G, 0, 'g');
     ASSERT_TRUE(Click(d->okButton));
     EXPECT_EQ(PrefTruckViewKey, XPLM_VK_G);
     EXPECT_TRUE(Registered("key sniffer").empty()) << "the sniffer goes with the window";
@@ -172,11 +175,11 @@ TEST_F(PrefsDialogTest, FrontAndRearBoxesStayOpposite) {
 
 TEST_F(PrefsDialogTest, TwoOKsInTwoOpeningsLeaveTwoHotKeys) {
     Open();
-    ASSERT_TRUE(Click(myPrefsDialog->okButton));
-    PrefsDialog* first = myPrefsDialog;
     Open();
-    EXPECT_NE(myPrefsDialog, first) << "a new dialog at every opening";
-    ASSERT_TRUE(Click(myPrefsDialog->okButton));
+    EXPECT_EQ(CountWindows("Kalvora Preferences"), 2) << "a new dialog at every opening";
+    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
+    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
+    EXPECT_EQ(myPrefsDialog, nullptr);
     EXPECT_EQ(Registered("hot key Toggle truckview").size(), 2u);
 }
 

@@ -56,6 +56,10 @@ TEST(BmpFile, ReadsA24BitFileWithItsPaddingAndByteOrder) {
 }
 
 TEST(BmpFile, RefusesOtherDepthsTopDownAndShortClaims) {
+    // Sides of 2^31 - 1 pixels, whose byte count does not fit 64 bits, in a file claiming 4 GiB.
+    std::vector<unsigned char> largest = MakeBmp(1, 1, 24, 0xFFFFFFFFu);
+    Put32(largest, 18, 0x7FFFFFFF);
+    Put32(largest, 22, 0x7FFFFFFF);
     struct Case {
         const char* name;
         std::vector<unsigned char> bytes;
@@ -64,6 +68,7 @@ TEST(BmpFile, RefusesOtherDepthsTopDownAndShortClaims) {
         {"top-down", MakeBmp(4, -2)},
         {"zero width", MakeBmp(0, 2)},
         {"claims too little data", MakeBmp(4, 4, 24, 54 + 4 * 4 * 3 - 1)},
+        {"largest sides", largest},
         {"truncated", Cut(MakeBmp(4, 4), -1)},
         {"header only", Cut(MakeBmp(4, 4), 30)},
         {"empty", {}},

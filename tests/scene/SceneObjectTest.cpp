@@ -342,17 +342,19 @@ TEST_F(SceneObjectTest, ACorruptModelIsRefusedAndSaysWhy) {
     EXPECT_EQ(ReadFile(path), before);
 }
 
+namespace {
+std::string gTruckLog; ///< what LoadMeshAndTextures reported
+} // namespace
+
 TEST_F(SceneObjectTest, LoadMeshAndTexturesLogsTheOutcome) {
-    const std::string logPath = dir_ + "/Kalvora.log";
-    std::ofstream log(logPath);
-    KLVlog = &log;
+    gTruckLog.clear();
+    SetTruckModelLogSink([](const char* line) { gTruckLog += line; });
     LoadMeshAndTextures((kAssets + "/").c_str(), "KLVdefault", 0);
     LoadMeshAndTextures((dir_ + "/").c_str(), "nothere", 0);
-    KLVlog = nullptr;
-    log.close();
-    EXPECT_EQ(ReadFile(logPath), "Meshes and textures for object " + kAssets +
-                                     "/KLVdefault succesfuly loaded\n" + "[WRNG] Failed to load object " +
-                                     dir_ + "/nothere (path: " + dir_ + "/)\n");
+    SetTruckModelLogSink(nullptr);
+    LoadMeshAndTextures((dir_ + "/").c_str(), "unheard", 0);
+    EXPECT_EQ(gTruckLog, "Meshes and textures for object " + kAssets + "/KLVdefault succesfuly loaded\n" +
+                             "[WRNG] Failed to load object " + dir_ + "/nothere (path: " + dir_ + "/)\n");
     EXPECT_NE(gKLVtheTruck.dayTexture, 0);
     EXPECT_NE(gKLVtheTruck.litTexture, -1);
 }

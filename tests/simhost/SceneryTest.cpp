@@ -200,9 +200,10 @@ TEST_F(Scenery, AMovedOriginKeepsTheWorldInPlaceButNotUnshiftedInstances) {
 
     double x = 0, y = 0, z = 0;
     XPLMWorldToLocal(spotLat, spotLon, spotAlt, &x, &y, &z);
-    ASSERT_EQ(host->instances().size(), 2u);
-    const simhost::InstanceInfo& p = host->instances()[0];
-    const simhost::InstanceInfo& s = host->instances()[1];
+    const std::vector<simhost::InstanceInfo> shown = host->instances(); // a copy: hold it while reading
+    ASSERT_EQ(shown.size(), 2u);
+    const simhost::InstanceInfo& p = shown[0];
+    const simhost::InstanceInfo& s = shown[1];
     EXPECT_DOUBLE_EQ(p.x, 120) << "kept its old coordinates: it now stands kilometres away";
     EXPECT_DOUBLE_EQ(p.z, -80);
     EXPECT_NEAR(s.x, x, 1e-6) << "auto-shifted: still on its spot";

@@ -291,6 +291,7 @@ void setup2D() {
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);
     glDisable(GL_FOG);
+    glDisable(GL_CULL_FACE); // 3-D drawing may leave it on; 2-D drawing faces either way
 }
 
 void endFrame() {

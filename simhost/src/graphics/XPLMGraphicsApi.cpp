@@ -112,6 +112,7 @@ struct Saved2DState {
         glDisable(GL_TEXTURE_2D);
         glDisable(GL_LIGHTING);
         glDisable(GL_DEPTH_TEST);
+        glDisable(GL_CULL_FACE); // glyph quads turn clockwise: text shows whatever culling the caller left on
     }
     ~Saved2DState() { glPopAttrib(); }
     Saved2DState(const Saved2DState&) = delete;

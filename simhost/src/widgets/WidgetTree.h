@@ -57,6 +57,8 @@ bool visibleThroughParents(const Widget* w);
 Widget* rootOf(Widget* w);
 /// Destroys every widget a plug-in created (on unload), without calling it.
 void dropWidgets(int pluginId);
+/// Appends "widget <descriptor>" for every live widget a plug-in created.
+void listWidgets(int pluginId, std::vector<std::string>& out);
 /// The widget that has keyboard focus, or nullptr.
 Widget* focused();
 /// Centre of a main window's close box, screen pixels; false when it has none.

@@ -54,6 +54,7 @@ struct FlatState {
         glDisable(GL_LIGHTING);
         glDisable(GL_DEPTH_TEST);
         glDisable(GL_BLEND);
+        glDisable(GL_CULL_FACE); // boxes show whichever way the caller left culling
     }
     ~FlatState() { glPopAttrib(); }
     FlatState(const FlatState&) = delete;

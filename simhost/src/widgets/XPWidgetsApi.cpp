@@ -490,6 +490,12 @@ void dropWidgets(int pluginId) {
     buryOwnedBy(pluginId);
 }
 
+void listWidgets(int pluginId, std::vector<std::string>& out) {
+    syncWithHost();
+    for (const auto& w : S().all)
+        if (w->alive && w->owner == pluginId) out.push_back("widget " + w->descriptor);
+}
+
 } // namespace simhost::widgets
 
 using namespace simhost::widgets;
