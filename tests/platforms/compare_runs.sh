@@ -12,13 +12,13 @@ say() { echo "compare_runs $scenario: $*"; }
 # Windows sees this machine's files on drive Z:.
 windows_path() { echo "Z:${1//\//\\}"; }
 
-"$ref_sim" --quiet --plugin "$ref_xpl" --data "$data" --scenario "$scenario" --report "$work/reference" \
+"$ref_sim" --quiet --kalvora "$ref_xpl" --data "$data" --scenario "$scenario" --report "$work/reference" \
     >"$work/reference.out" 2>&1 || { say "reference run failed"; cat "$work/reference.out"; exit 1; }
 if [[ $sim == *.exe ]]; then
-    WINEDEBUG=-all "${WINE:-wine64}" "$sim" --quiet --plugin "$(windows_path "$xpl")" --data "$(windows_path "$data")" \
+    WINEDEBUG=-all "${WINE:-wine64}" "$sim" --quiet --kalvora "$(windows_path "$xpl")" --data "$(windows_path "$data")" \
         --scenario "$scenario" --report "$(windows_path "$work/tested")" >"$work/tested.out" 2>&1
 else
-    "$sim" --quiet --plugin "$xpl" --data "$data" --scenario "$scenario" --report "$work/tested" >"$work/tested.out" 2>&1
+    "$sim" --quiet --kalvora "$xpl" --data "$data" --scenario "$scenario" --report "$work/tested" >"$work/tested.out" 2>&1
 fi
 [ $? -eq 0 ] || { say "run failed"; cat "$work/tested.out"; exit 1; }
 
