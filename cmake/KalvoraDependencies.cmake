@@ -76,6 +76,13 @@ elseif(NOT TARGET OpenGL::OpenGL)
 endif()
 if(KALVORA_GL_INCLUDE_DIR)
     include_directories(SYSTEM "${KALVORA_GL_INCLUDE_DIR}")
+elseif(NOT WIN32)
+    # Said at configure time rather than by the first drawing file that fails to compile.
+    find_path(KALVORA_GL_HEADERS GL/gl.h)
+    if(NOT KALVORA_GL_HEADERS)
+        message(FATAL_ERROR "No OpenGL headers (GL/gl.h): install them (Debian: libgl-dev) or set "
+            "KALVORA_GL_INCLUDE_DIR to the folder holding GL/gl.h")
+    endif()
 endif()
 
 if(KALVORA_SIMHOST OR KALVORA_TESTS OR KALVORA_BENCH)
