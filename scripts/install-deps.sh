@@ -21,6 +21,8 @@ packages=(
 
 missing=()
 for p in "${packages[@]}"; do
+    # npm also comes with other Node.js packagings (which Debian's npm would conflict with).
+    [ "$p" = npm ] && command -v npm >/dev/null && continue
     if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
         missing+=("$p")
     fi
