@@ -3,6 +3,7 @@
 #   cross/win         mingw-w64: Kalvora.xpl, and simhost as X-Plane's DLLs + kalvora-sim.exe
 #   cross/mac-x86_64, cross/mac-arm64   zig; joined by llvm-lipo into cross/mac_x64/Kalvora.xpl
 #   cross/lin         zig against glibc KALVORA_LINUX_GLIBC: the Linux file of the release
+#   cross/official-sdk  this machine's compiler against the official SDK's headers (when present)
 # Toolchain downloads and the libpng/zlib sources come from scripts/toolchains.sh
 # (KALVORA_TOOLCHAINS_DIR). `cmake --build <build> --target cross` builds them all.
 include(ExternalProject)
