@@ -94,9 +94,8 @@ protected:
         for (simhost::InProcessPlugin& p : before)
             ASSERT_GE(host->addPlugin(std::move(p)), 0);
         std::string error;
-        kalvora = shippedData
-                      ? host->loadPlugin(PluginFile().string(), KALVORA_SOURCE_DIR "/assets/Kalvora", &error)
-                      : host->loadPlugin(PluginFile().string(), &error);
+        kalvora = host->loadPlugin(PluginFile().string(),
+                                   shippedData ? KALVORA_SOURCE_DIR "/assets/Kalvora" : "", layout, &error);
         ASSERT_GE(kalvora, 0) << error;
         Loaded();
         host->runFrames(framesAfterLoad);
@@ -185,6 +184,8 @@ protected:
         options; ///< the host Load() starts: X-Plane 12.1, an A320 at a heading of 40 degrees
     /// true: load with the repository's data folder (tug and GPU models, pictures) instead of DataFolder()
     bool shippedData = false;
+    /// How Load() installs the plug-in in Resources/plugins (Fat: Kalvora/lin_x64/Kalvora.xpl)
+    simhost::PluginLayout layout = simhost::PluginLayout::Flat;
     /// Frames Load() runs once the plug-in is in (its flight loops begin after a second: only what it
     /// schedules for the next frame runs in them)
     int framesAfterLoad = 2;
