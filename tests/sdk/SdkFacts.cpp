@@ -1,6 +1,7 @@
-// The type of every API function, struct sizes and offsets, and constants, as
-// the headers on the include path declare them. Built twice: once against our
-// sdk/, once against the official headers; SdkOfficialTest compares the two.
+// The type of every API function, the size of every structure and the value of every constant, as the
+// headers on the include path declare them. Built twice: once against our sdk/, once against the
+// official headers; SdkOfficialTest compares the two. The lists of names come from the official
+// headers (generated at configure time).
 #include "XPLMCamera.h"
 #include "XPLMDataAccess.h"
 #include "XPLMDefs.h"
@@ -30,40 +31,32 @@
 
 namespace SDK_FACTS_NAMESPACE {
 
-// FUNCTION(name) for each function the official headers declare (generated at configure time).
-#define FUNCTION(fn) {#fn, typeid(decltype(&fn)).name()},
+#define FUNCTION(fn) sdk_facts::Fact{#fn, typeid(decltype(&fn)).name()},
 const std::vector<sdk_facts::Fact> kFunctions = {
 #include "SdkFunctionList.inc"
 };
 #undef FUNCTION
 
-// Struct sizes and offsets, and the values of the newer headers' constants.
-#define VALUE(expression) {#expression, std::to_string(expression)},
+// Constants and structure sizes, then offsets that a swap of two fields of one size would move.
+#define VALUE(expression)                                                                                    \
+    sdk_facts::Fact {                                                                                        \
+#expression, std::to_string(expression)                                                              \
+    }
 const std::vector<sdk_facts::Fact> kValues = {
-    VALUE(sizeof(XPLMCreateWindow_t)) VALUE(sizeof(XPLMCreateFlightLoop_t)) VALUE(
-        sizeof(XPLMDataRefInfo_t)) VALUE(sizeof(XPLMCameraPosition_t)) VALUE(sizeof(XPLMDrawInfo_t))
-        VALUE(sizeof(XPLMProbeInfo_t)) VALUE(sizeof(XPLMPlaneDrawState_t)) VALUE(sizeof(
-            XPLMCreateMapLayer_t)) VALUE(sizeof(XPLMFixedString150_t)) VALUE(sizeof(XPLMWeatherInfoWinds_t))
-            VALUE(sizeof(XPLMWeatherInfoClouds_t)) VALUE(sizeof(XPLMWeatherInfo_t)) VALUE(
-                offsetof(XPLMWeatherInfo_t, wave_dir)) VALUE(offsetof(XPLMWeatherInfo_t, temp_layers))
-                VALUE(offsetof(XPLMWeatherInfo_t, max_altitude_msl_ft)) VALUE(sizeof(XPLMCustomizeAvionics_t))
-                    VALUE(offsetof(XPLMCustomizeAvionics_t, keyboardCallback)) VALUE(
-                        sizeof(XPLMCreateAvionics_t)) VALUE(offsetof(XPLMCreateAvionics_t, drawOnDemand))
-                        VALUE(offsetof(XPLMCreateAvionics_t, deviceID)) VALUE(sizeof(FMOD_VECTOR))
-                            VALUE(sizeof(XPMouseState_t)) VALUE(sizeof(XPKeyState_t)) VALUE(
-                                sizeof(XPWidgetCreate_t)) VALUE(XPLM_NAV_NOT_FOUND) VALUE(xplm_Nav_Fix)
-                                VALUE(xplm_Nav_LatLon) VALUE(xplm_Nav_TACAN) VALUE(xplm_Fpl_CoPilot_Temporary)
-                                    VALUE(xplm_AudioInterior) VALUE(xplm_AudioGround) VALUE(
-                                        xplm_Master) VALUE(xplm_RadioBank) VALUE(FMOD_SOUND_FORMAT_PCM16)
-                                        VALUE(XPLM_NUM_WIND_LAYERS) VALUE(XPLM_NUM_CLOUD_LAYERS) VALUE(
-                                            XPLM_NUM_TEMPERATURE_LAYERS) VALUE(XPLM_WIND_UNDEFINED_LAYER)
-                                            VALUE(XPLM_DEFAULT_WXR_RADIUS_NM) VALUE(
-                                                XPLM_DEFAULT_WXR_RADIUS_MSL_FT) VALUE(xplm_device_G1000_MFD)
-                                                VALUE(xplm_device_MCDU_2) VALUE(xplm_DataFile_ReplayMovie)
-                                                    VALUE(xplm_MapLayer_Markings)
-                                                        VALUE(xplm_MapOrientation_UI)
-                                                            VALUE(xplm_WindowDecorationSelfDecoratedResizable)
-                                                                VALUE(xplm_WindowLayerGrowlNotifications)};
+#include "SdkValueList.inc"
+    VALUE(offsetof(XPLMCreateWindow_t, handleMouseClickFunc)),
+    VALUE(offsetof(XPLMCreateWindow_t, handleKeyFunc)),
+    VALUE(offsetof(XPLMCreateWindow_t, layer)),
+    VALUE(offsetof(XPLMCameraPosition_t, pitch)),
+    VALUE(offsetof(XPLMCameraPosition_t, heading)),
+    VALUE(offsetof(XPLMDrawInfo_t, heading)),
+    VALUE(offsetof(XPLMProbeInfo_t, normalX)),
+    VALUE(offsetof(XPLMDataRefInfo_t, writable)),
+    VALUE(offsetof(XPLMWeatherInfo_t, wave_dir)),
+    VALUE(offsetof(XPLMWeatherInfo_t, temp_layers)),
+    VALUE(offsetof(XPLMCreateAvionics_t, deviceID)),
+    VALUE(offsetof(XPKeyState_t, vkey)),
+};
 #undef VALUE
 
 } // namespace SDK_FACTS_NAMESPACE
