@@ -152,29 +152,30 @@ TEST_F(Camera, ControlFunctionRunsEveryFrameAndPositionsTheCamera) {
     EXPECT_FALSE(host->camera().controlled);
 }
 
-TEST_F(Camera, AViewChangeEndsUntilViewChangesControlWithOneNullCall) {
-    CameraLog log;
-    XPLMControlCamera(xplm_ControlCameraUntilViewChanges, controlCamera, &log);
+TEST_F(Camera, ControlEndsAtAViewChangeWhenAskedAtZeroOrWhenAnotherPluginTakesIt) {
+    CameraLog untilChange, givesUp, first, second;
+    XPLMControlCamera(xplm_ControlCameraUntilViewChanges, controlCamera, &untilChange);
     host->runFrames(2);
     host->runCommand("sim/view/forward_with_nothing");
-    EXPECT_EQ(log.losing, 1);
-    EXPECT_TRUE(log.sawNull);
-    host->runFrames(3);
-    EXPECT_EQ(log.calls, 2);
+    EXPECT_EQ(untilChange.losing, 1);
+    EXPECT_TRUE(untilChange.sawNull);
     EXPECT_FALSE(XPLMIsCameraBeingControlled(nullptr));
-}
 
-TEST_F(Camera, ReturningZeroGivesTheCameraBack) {
-    CameraLog log;
-    log.giveUpAfter = 3;
-    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &log);
+    givesUp.giveUpAfter = 3;
+    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &givesUp);
     host->runFrames(6);
-    EXPECT_EQ(log.calls, 3);
+    EXPECT_EQ(untilChange.calls + givesUp.calls, 2 + 3);
     EXPECT_FALSE(host->camera().controlled);
     // X-Plane's own view: behind the aircraft, looking along its heading.
-    const simhost::CameraState cam = host->camera();
-    EXPECT_GT(cam.z, host->getf("sim/flightmodel/position/local_z"));
-    EXPECT_FLOAT_EQ(cam.heading, 0);
+    EXPECT_GT(host->camera().z, host->getf("sim/flightmodel/position/local_z"));
+    EXPECT_FLOAT_EQ(host->camera().heading, 0);
+
+    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &first);
+    host->setDirectCaller(addOther("test.other"));
+    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &second);
+    EXPECT_EQ(first.losing, 1);
+    host->runFrames(2);
+    EXPECT_EQ(first.calls * 10 + second.calls, 2);
 }
 
 TEST_F(Camera, StillSpotStandsStillAndWatchesTheAircraft) {
@@ -201,17 +202,6 @@ TEST_F(Camera, StillSpotStandsStillAndWatchesTheAircraft) {
     host->runCommand("sim/view/chase");
     host->runFrames(1);
     EXPECT_GT(host->camera().z, z0 + 30) << "the chase view is behind the aircraft again";
-}
-
-TEST_F(Camera, AnotherPluginTakingTheCameraIsALossForTheFirst) {
-    CameraLog first, second;
-    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &first);
-    host->setDirectCaller(addOther("test.other"));
-    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &second);
-    EXPECT_EQ(first.losing, 1);
-    host->runFrames(2);
-    EXPECT_EQ(first.calls, 0);
-    EXPECT_EQ(second.calls, 2);
 }
 
 } // namespace

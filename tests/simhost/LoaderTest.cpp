@@ -53,6 +53,7 @@ TEST_F(Loader, APluginSeesItsOwnIdFramesAndMessages) {
     const int probe = host->loadPlugin(SIMHOST_PROBE_PLUGIN, &error);
     ASSERT_GT(probe, 0) << error;
     EXPECT_EQ(XPLMFindPluginBySignature("simhost.test.probe"), probe);
+    EXPECT_EQ(XPLMFindPluginByPath(pluginPath(probe).c_str()), probe);
     EXPECT_EQ(readInt("simhost_test/my_id"), probe); // its accessor runs as the probe
     host->runFrames(5);
     EXPECT_EQ(readInt("simhost_test/frames"), 5);
@@ -115,6 +116,7 @@ TEST_F(Loader, StartUpStartsEveryLayoutInNameOrderThenEnablesAllThenLoadsTheWorl
 
     const std::string sandbox = host->sandbox();
     host.reset();
+    EXPECT_FALSE(fs::exists(sandbox)); // a temporary sandbox goes with the host
     std::error_code ec;
     EXPECT_NE(fs::current_path(ec), fs::path(sandbox)); // back where it was, not in the removed sandbox
     EXPECT_FALSE(ec);
@@ -150,19 +152,25 @@ TEST_F(Loader, LoadPluginInstallsInTheLayoutAskedAndTakesRelativePathsFromWhereT
     std::string error;
     EXPECT_EQ(host->loadPlugin("D-no-plugin", &error), -1);
     EXPECT_NE(error.find(kPlatform), std::string::npos) << error;
+    EXPECT_EQ(host->loadPlugin("C-flat.xpl", "C-flat-missing", &error),
+              -1); // a data folder that is not there
 
     host.reset();
     fs::current_path(launch);
     fs::remove_all(dist);
 }
 
-TEST_F(Loader, AMissingApiFunctionFailsTheLoadLoudly) {
+TEST_F(Loader, AFileThatIsNoPluginOrNeedsAFunctionNoHostHasFailsLoudly) {
     std::string error;
+    EXPECT_EQ(host->loadPlugin("/no/such/file.xpl", &error), -1);
+    EXPECT_FALSE(error.empty());
+    const std::string bogus = host->sandbox() + "bogus.xpl";
+    std::ofstream(bogus) << "not an ELF file";
+    EXPECT_EQ(host->loadPlugin(bogus, &error), -1);
     EXPECT_EQ(host->loadPlugin(SIMHOST_MISSING_SYMBOL_PLUGIN, &error), -1);
     EXPECT_NE(error.find("XPLMFunctionNoHostHas"), std::string::npos) << error;
-    const std::string log = host->logText();
-    EXPECT_NE(log.find("dlerror:"), std::string::npos);
-    EXPECT_NE(log.find("XPLMFunctionNoHostHas"), std::string::npos);
+    EXPECT_NE(host->logText().find("dlerror:"), std::string::npos);
+    EXPECT_NE(host->logText().find("XPLMFunctionNoHostHas"), std::string::npos);
     EXPECT_EQ(XPLMCountPlugins(), 1);
 }
 

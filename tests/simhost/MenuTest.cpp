@@ -98,7 +98,7 @@ TEST_F(Menus, IndicesArePerPluginInASharedMenu) {
     EXPECT_EQ(host->menuCheck("Plugins/Theirs 0"), 0);
 }
 
-TEST_F(Menus, RemoveRenameClearAndDestroy) {
+TEST_F(Menus, RemoveRenameClearDestroyAndBadParents) {
     Picks picks;
     XPLMMenuID m = buildDemo(picks);
     XPLMRemoveMenuItem(m, 0); // later items move up
@@ -111,15 +111,11 @@ TEST_F(Menus, RemoveRenameClearAndDestroy) {
     EXPECT_EQ(host->menuItems("Plugins"), (std::vector<std::string>{"Demo"}));
     EXPECT_FALSE(host->pickMenu("Plugins/Demo/Push straight back"));
     EXPECT_EQ(XPLMAppendMenuItem(m, "After destroy", nullptr, 0), -1);
-}
-
-TEST_F(Menus, BadParentsAndNamesAreRefused) {
+    // Bad parents and names are refused; a menu without a parent is a top-level one.
     EXPECT_EQ(XPLMCreateMenu("", nullptr, 0, nullptr, nullptr), nullptr);
     EXPECT_EQ(XPLMCreateMenu("Orphan", XPLMFindPluginsMenu(), 7, nullptr, nullptr), nullptr);
     EXPECT_EQ(XPLMFindAircraftMenu(), nullptr);
-    XPLMMenuID top = XPLMCreateMenu("Tools", nullptr, 0, onPick, nullptr);
-    ASSERT_NE(top, nullptr);
-    XPLMAppendMenuItem(top, "Measure", nullptr, 0);
+    XPLMAppendMenuItem(XPLMCreateMenu("Tools", nullptr, 0, onPick, nullptr), "Measure", nullptr, 0);
     EXPECT_EQ(host->menuItems("Tools"), (std::vector<std::string>{"Measure"}));
 }
 

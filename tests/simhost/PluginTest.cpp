@@ -1,6 +1,7 @@
-// Plug-ins: loading the built Kalvora.xpl, IDs and info, messages (one, all,
-// sim messages) and what disappears when a plug-in unloads.
+// Plug-ins: IDs and info, messages (one, all, sim messages), what disappears
+// when a plug-in unloads, the sandbox's paths and the services every plug-in uses.
 #include "SimhostFixture.h"
+#include "support/Files.h"
 
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
@@ -10,9 +11,7 @@
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
 
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <unistd.h>
 
 namespace {
@@ -23,54 +22,6 @@ struct Received {
     int from, msg;
     void* param;
 };
-
-TEST_F(Plugins, LoadsTheBuiltPluginAndReadsItsNameAndSignature) {
-    const std::string xpl = KALVORA_BINARY_DIR "/plugin/Kalvora.xpl";
-    if (!std::filesystem::exists(xpl)) GTEST_SKIP() << "Kalvora.xpl is not built at " << xpl;
-    std::string error;
-    const int id = host->loadPlugin(xpl, &error);
-    ASSERT_GT(id, 0) << error;
-    EXPECT_TRUE(host->pluginEnabled(id));
-    char name[256], path[256], sig[256], desc[256];
-    XPLMGetPluginInfo(id, name, path, sig, desc);
-    EXPECT_STREQ(name, "Kalvora");
-    EXPECT_GT(std::strlen(sig), 0u);
-    EXPECT_EQ(XPLMFindPluginBySignature(sig), id);
-    // The file path is the installed copy inside the sandbox.
-    EXPECT_EQ(std::string(path), host->sandbox() + "Resources/plugins/Kalvora.xpl");
-    EXPECT_TRUE(std::filesystem::exists(path));
-    EXPECT_EQ(XPLMFindPluginByPath(path), id);
-    host->unloadPlugin(id);
-    EXPECT_FALSE(host->pluginEnabled(id));
-    EXPECT_EQ(XPLMFindPluginBySignature(sig), XPLM_NO_PLUGIN_ID);
-}
-
-TEST_F(Plugins, TheDataFolderIsInstalledBesideThePlugin) {
-    const std::string xpl = KALVORA_BINARY_DIR "/plugin/Kalvora.xpl";
-    if (!std::filesystem::exists(xpl)) GTEST_SKIP() << "Kalvora.xpl is not built at " << xpl;
-    const std::string data = ::testing::TempDir() + "simhost-data/Kalvora";
-    std::filesystem::create_directories(data + "/Bitmaps");
-    std::ofstream(data + "/Bitmaps/marker.txt") << "installed";
-    std::string error;
-    EXPECT_EQ(host->loadPlugin(xpl, data + "-missing", &error), -1);
-    ASSERT_GT(host->loadPlugin(xpl, data, &error), 0) << error;
-    EXPECT_TRUE(std::filesystem::exists(host->sandbox() + "Resources/plugins/Kalvora/Bitmaps/marker.txt"));
-    char path[256];
-    XPLMGetPluginInfo(XPLMGetNthPlugin(1), nullptr, path, nullptr, nullptr);
-    EXPECT_EQ(std::string(path),
-              host->sandbox() + "Resources/plugins/Kalvora.xpl"); // the failed load left nothing
-    std::filesystem::remove_all(::testing::TempDir() + "simhost-data");
-}
-
-TEST_F(Plugins, AFileThatIsNotAPluginFailsLoudly) {
-    std::string error;
-    EXPECT_EQ(host->loadPlugin("/no/such/file.xpl", &error), -1);
-    EXPECT_FALSE(error.empty());
-    const std::string bogus = host->sandbox() + "bogus.xpl";
-    std::ofstream(bogus) << "not an ELF file";
-    EXPECT_EQ(host->loadPlugin(bogus, &error), -1);
-    EXPECT_NE(host->logText().find("dlerror:"), std::string::npos);
-}
 
 TEST_F(Plugins, IdsCountFromOneAndInfoIsBounded) {
     EXPECT_EQ(me, 1);
@@ -90,6 +41,10 @@ TEST_F(Plugins, IdsCountFromOneAndInfoIsBounded) {
     refusing.name = "refuses";
     refusing.start = [] { return 0; };
     EXPECT_EQ(host->addPlugin(refusing), -1);
+    // XPLMFindSymbol finds the API and nothing else.
+    EXPECT_EQ(XPLMFindSymbol("XPLMFindDataRef"), reinterpret_cast<void*>(&XPLMFindDataRef));
+    EXPECT_EQ(XPLMFindSymbol("XPLMNoSuchFunction"), nullptr);
+    EXPECT_EQ(XPLMFindSymbol("malloc"), nullptr);
 }
 
 TEST_F(Plugins, MessagesGoToOneOrEveryEnabledPlugin) {
@@ -117,10 +72,8 @@ TEST_F(Plugins, MessagesGoToOneOrEveryEnabledPlugin) {
     host->loadScenery();
     ASSERT_EQ(b.size(), 5u);
     EXPECT_EQ(b[2].from, 0);
-    EXPECT_EQ(b[2].msg, 102);
     EXPECT_EQ(b[2].param, nullptr); // the user's aircraft, index 0
-    EXPECT_EQ(b[3].msg, 103);
-    EXPECT_EQ(b[4].msg, 104);
+    EXPECT_EQ(std::vector<int>({b[2].msg, b[3].msg, b[4].msg}), std::vector<int>({102, 103, 104}));
     EXPECT_EQ(host->aircraft().type, "B738");
 }
 
@@ -175,8 +128,7 @@ TEST_F(Plugins, SandboxHasTheXPlaneLayoutAndPaths) {
     char sys[512], prefs[512];
     XPLMGetSystemPath(sys);
     XPLMGetPrefsPath(prefs);
-    EXPECT_EQ(std::string(sys), host->sandbox());
-    EXPECT_EQ(std::string(sys).back(), '/');
+    EXPECT_EQ(std::string(sys), host->sandbox()); // ends with "/"
     EXPECT_EQ(std::string(prefs).rfind(host->sandbox() + "Output/preferences/", 0), 0u);
     EXPECT_STREQ(XPLMGetDirectorySeparator(), "/");
     namespace fs = std::filesystem;
@@ -193,16 +145,7 @@ TEST_F(Plugins, SandboxHasTheXPlaneLayoutAndPaths) {
 
     int xp = 0, xplm = 0, hostId = 0;
     XPLMGetVersions(&xp, &xplm, &hostId);
-    EXPECT_EQ(xp, 12100);
-    EXPECT_EQ(xplm, 410);
-    EXPECT_EQ(hostId, 1);
-}
-
-TEST_F(Plugins, TempSandboxIsRemovedWithTheHost) {
-    const std::string dir = host->sandbox();
-    ASSERT_TRUE(std::filesystem::exists(dir));
-    host.reset();
-    EXPECT_FALSE(std::filesystem::exists(dir));
+    EXPECT_EQ(std::vector<int>({xp, xplm, hostId}), std::vector<int>({12100, 410, xplm_Host_XPlane}));
 }
 
 std::vector<std::string> gErrors;
@@ -251,18 +194,9 @@ TEST_F(Plugins, SpeechCanBeSpokenIntoWavFiles) {
     XPLMSpeakString("Brakes released, starting push back");
     const std::string wav = dir + "/speech-001.wav";
     ASSERT_TRUE(std::filesystem::exists(wav));
-    std::ifstream f(wav, std::ios::binary);
-    char riff[4] = {};
-    f.read(riff, 4);
-    EXPECT_EQ(std::string(riff, 4), "RIFF");
+    EXPECT_EQ(kalvora_test::ReadFile(wav).substr(0, 4), "RIFF");
     EXPECT_GT(std::filesystem::file_size(wav), 1000u); // more than a header
     std::filesystem::remove_all(dir);
-}
-
-TEST_F(Plugins, FindSymbolFindsOnlyTheApi) {
-    EXPECT_EQ(XPLMFindSymbol("XPLMFindDataRef"), reinterpret_cast<void*>(&XPLMFindDataRef));
-    EXPECT_EQ(XPLMFindSymbol("XPLMNoSuchFunction"), nullptr);
-    EXPECT_EQ(XPLMFindSymbol("malloc"), nullptr);
 }
 
 } // namespace

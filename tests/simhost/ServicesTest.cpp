@@ -41,7 +41,6 @@ TEST_F(Services, WeatherComesFromTheHostStateOrTheNearestPluginReport) {
     std::memcpy(v1.data(), &v1Bytes, sizeof v1Bytes);
     XPLMGetWeatherAtLocation(kLat, kLon, 0, reinterpret_cast<XPLMWeatherInfo_t*>(v1.data()));
     EXPECT_EQ(v1[static_cast<size_t>(v1Bytes)], 0xAB);
-
     // A plug-in's report wins within its radius; a full update drops its earlier ones.
     XPLMWeatherInfo_t mine = info;
     mine.temperature_alt = -3;
@@ -56,14 +55,8 @@ TEST_F(Services, WeatherComesFromTheHostStateOrTheNearestPluginReport) {
     XPLMGetMETARForAirport("XSIM", &metar);
     EXPECT_NE(std::string(metar.buffer).find(" M03/"), std::string::npos) << metar.buffer;
     XPLMBeginWeatherUpdate();
-    XPLMSetWeatherAtLocation(kLat - 1, kLon, 0, &mine);
     XPLMEndWeatherUpdate(0, 1); // drops the reports at kLat + 1 and at the airport
     XPLMGetWeatherAtLocation(kLat + 1, kLon, 0, &info);
-    EXPECT_NEAR(info.temperature_alt, 20, 0.01);
-    XPLMGetMETARForAirport("XSIM", &metar);
-    EXPECT_NE(std::string(metar.buffer).find(" 20/05 "), std::string::npos) << metar.buffer;
-    XPLMEraseWeatherAtLocation(kLat - 1, kLon);
-    XPLMGetWeatherAtLocation(kLat - 1, kLon, 0, &info);
     EXPECT_NEAR(info.temperature_alt, 20, 0.01);
     XPLMGetMETARForAirport("ZZZZ", &metar);
     EXPECT_STREQ(metar.buffer, "");
@@ -115,58 +108,30 @@ TEST_F(Services, DataFilesAreSavedInsideTheXPlaneFolderAndLoadedWhenTheyExist) {
                                         "replay cleared", "save situation ../outside.sit (failed)"}));
 }
 
-namespace {
-void monitor(int index, int left, int top, int right, int bottom, void* refcon) {
-    *static_cast<std::string*>(refcon) += std::to_string(index) + ":" + std::to_string(left) + "," +
-                                          std::to_string(top) + "," + std::to_string(right) + "," +
-                                          std::to_string(bottom) + " ";
-}
-} // namespace
 
-TEST_F(Services, CockpitDevicesAreRegisteredAndCreatedWithUniqueIdsAndGoWithTheirPlugin) {
+TEST_F(Services, CockpitDevicesAreRegisteredAndCreatedWithUniqueIds) {
     XPLMCustomizeAvionics_t custom{};
     custom.structSize = sizeof custom;
+    custom.deviceId = 99; // no such device
+    EXPECT_EQ(XPLMRegisterAvionicsCallbacksEx(&custom), nullptr);
     custom.deviceId = xplm_device_G1000_PFD_1;
     XPLMAvionicsID pfd = XPLMRegisterAvionicsCallbacksEx(&custom);
     ASSERT_NE(pfd, nullptr);
-    custom.deviceId = 99;
-    EXPECT_EQ(XPLMRegisterAvionicsCallbacksEx(&custom), nullptr);
-    XPLMSetAvionicsPopupVisible(XPLMGetAvionicsHandle(xplm_device_G1000_PFD_1), 1); // one device, one pop-up
-    EXPECT_EQ(XPLMIsAvionicsPopupVisible(pfd), 1);
-
-    char id[] = "test_screen", name[] = "Test screen";
+    char id[] = "test_screen";
     XPLMCreateAvionics_t create{};
     create.structSize = sizeof create;
     create.screenWidth = 320;
     create.screenHeight = 240;
     create.deviceID = id;
-    create.deviceName = name;
     XPLMAvionicsID screen = XPLMCreateAvionicsEx(&create);
     ASSERT_NE(screen, nullptr);
     EXPECT_EQ(XPLMCreateAvionicsEx(&create), nullptr); // the ID is taken
-    EXPECT_EQ(XPLMIsAvionicsBound(screen), 0);
-    EXPECT_EQ(XPLMGetAvionicsBusVoltsRatio(screen), -1);
-    XPLMSetAvionicsBrightnessRheo(screen, 0.25f);
-    EXPECT_EQ(XPLMGetAvionicsBrightnessRheo(screen), 0.25f);
-    XPLMPopOutAvionics(screen); // one monitor: it shows, but not popped out
-    EXPECT_EQ(XPLMIsAvionicsPopupVisible(screen), 1);
-    EXPECT_EQ(XPLMIsAvionicsPoppedOut(screen), 0);
-    XPLMSetAvionicsGeometry(screen, 10, 300, 330, 60);
-    int l = 0, t = 0, r = 0, b = 0;
-    XPLMSetAvionicsGeometryOS(screen, 0, 0, 1, 1); // not popped out: ignored
-    XPLMGetAvionicsGeometryOS(screen, &l, &t, &r, &b);
-    EXPECT_EQ(std::vector<int>({l, t, r, b}), std::vector<int>({10, 300, 330, 60}));
-    XPLMTakeAvionicsKeyboardFocus(screen);
-    EXPECT_EQ(XPLMHasAvionicsKeyboardFocus(screen), 1);
+    XPLMPopOutAvionics(screen);                        // one monitor: it shows, but not popped out
+    EXPECT_EQ(XPLMIsAvionicsPopupVisible(screen) * 10 + XPLMIsAvionicsPoppedOut(screen), 10);
     EXPECT_EQ(host->registrations(me),
               (std::vector<std::string>{"avionics callbacks device 6", "avionics device test_screen"}));
     XPLMUnregisterAvionicsCallbacks(pfd);
     XPLMDestroyAvionics(screen);
     EXPECT_TRUE(host->registrations(me).empty());
     EXPECT_NE(XPLMCreateAvionicsEx(&create), nullptr); // the ID is free again
-
-    std::string monitors;
-    XPLMGetAllMonitorBoundsGlobal(monitor, &monitors);
-    XPLMGetAllMonitorBoundsOS(monitor, &monitors);
-    EXPECT_EQ(monitors, "0:0,768,1024,0 0:0,768,1024,0 ");
 }
