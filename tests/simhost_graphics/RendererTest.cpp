@@ -96,18 +96,6 @@ TEST_F(Renderer3D, HeadingTurnsClockwiseFromNorthAndPitchLooksUp) {
     EXPECT_LT(highest, kFrameH / 2);
 }
 
-TEST_F(Renderer3D, TheEyePositionMovesTheScene) {
-    gfx::View view;
-    view.x = 100;
-    view.y = 5;
-    view.z = -50;
-    gfx::setup3D(view);
-    glColor3f(1, 1, 1);
-    quadFacingZ(100, 5, -60, 1); // 10 m north of the eye
-    gfx::Image img = frame();
-    EXPECT_EQ(img.at(kFrameW / 2, kFrameH / 2), rgba(255, 255, 255));
-}
-
 TEST_F(Renderer3D, ZoomMagnifies) {
     auto widthAtZoom = [&](float zoom) {
         EXPECT_TRUE(gfx::beginFrame(kFrameW, kFrameH));
@@ -154,7 +142,7 @@ TEST_F(Renderer2D, PngHasTheTopRowFirst) {
     std::filesystem::remove(path);
 }
 
-TEST(RendererSetup, BadFrameSizesAndPathsAreRefused) {
+TEST(RendererSetup, BadFrameSizesAndPathsAreRefusedAndOffMeansUnavailable) {
     gfx::setEnabled(true);
     if (!gfx::available()) GTEST_SKIP() << "no OpenGL: " << gfx::unavailableReason();
     EXPECT_FALSE(gfx::beginFrame(0, 100));
@@ -165,9 +153,7 @@ TEST(RendererSetup, BadFrameSizesAndPathsAreRefused) {
     EXPECT_FALSE(gfx::writePng("/nonexistent-folder/x.png", &why));
     EXPECT_FALSE(why.empty());
     EXPECT_FALSE(gfx::writePng(gfx::Image{}, "/tmp/never.png", &why));
-}
-
-TEST(RendererSetup, OffMeansUnavailableWithAReason) {
+    // Switched off, the renderer is unavailable and says why.
     gfx::setEnabled(false);
     EXPECT_FALSE(gfx::available());
     EXPECT_FALSE(gfx::unavailableReason().empty());
