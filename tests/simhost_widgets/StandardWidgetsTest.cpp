@@ -164,9 +164,8 @@ TEST_F(ScrollBar, ArrowsPagesAndDragsMoveTheThumbAndReportIt) {
     EXPECT_EQ(widgetProperty(bar, xpProperty_ScrollBarSliderPosition), 11);
     host->click(115, 292); // left arrow
     EXPECT_EQ(widgetProperty(bar, xpProperty_ScrollBarSliderPosition), 10);
-    auto moves = seenOf(xpMsg_ScrollBarSliderPositionChanged);
-    ASSERT_EQ(moves.size(), 3u);
-    EXPECT_EQ(moves[0].p1, reinterpret_cast<intptr_t>(bar));
+    ASSERT_EQ(seenOf(xpMsg_ScrollBarSliderPositionChanged).size(), 3u);
+    EXPECT_EQ(seenOf(xpMsg_ScrollBarSliderPositionChanged)[0].p1, reinterpret_cast<intptr_t>(bar));
     EXPECT_TRUE(dragSliderTo(*host, bar, 73));
     EXPECT_EQ(widgetProperty(bar, xpProperty_ScrollBarSliderPosition), 73);
     EXPECT_FALSE(dragSliderTo(*host, bar, 150)); // clamped at the maximum
