@@ -160,7 +160,7 @@ TEST_F(StartStopTest, WithoutItsDataFolderThePluginLoadsAndTheHostLogSaysSo) {
     fs::remove_all(DataFolder());
     WritePreferences("TRUCK_SPEED=25\n");
     Load();
-    EXPECT_TRUE(host->pluginEnabled(id));
+    EXPECT_TRUE(host->pluginEnabled(kalvora));
     const std::string hostLog = host->logText();
     EXPECT_NE(hostLog.find("Kalvora: its data folder " + PluginFolder().string() + "/ is missing"),
               std::string::npos)
@@ -177,7 +177,7 @@ TEST_F(StartStopTest, InTheFatLayoutItFindsItsDataAndKeepsItsLogAndPreferencesWh
     layout = simhost::PluginLayout::Fat; // Resources/plugins/Kalvora/lin_x64/Kalvora.xpl
     Load();
     char path[512] = {};
-    XPLMGetPluginInfo(id, nullptr, path, nullptr, nullptr);
+    XPLMGetPluginInfo(kalvora, nullptr, path, nullptr, nullptr);
     EXPECT_EQ(fs::path(path), PluginFolder() / "lin_x64" / "Kalvora.xpl");
 
     const std::vector<std::string> log = Lines(PluginLog()); // Kalvora/Kalvora.log, beside lin_x64/
