@@ -60,10 +60,10 @@ TEST_F(InstanceRender, TugAndCartShowWhereTheirInstancesStand) {
     EXPECT_EQ(NotSky(GrabFrame(*host, "modern-renders/modern-empty.png")).count, 0)
         << "nothing before the tug and the cart come";
 
-    ASSERT_TRUE(host->pickMenu(kGPUMenu));
+    ASSERT_TRUE(Pick("GPU"));
     host->runFor(1);
-    ASSERT_TRUE(host->pickMenu(kGPUMenu)); // disconnected, still standing: a push is allowed
-    ASSERT_TRUE(host->pickMenu("Plugins/Kalvora/Push straight back"));
+    ASSERT_TRUE(Pick("GPU"));                // disconnected, still standing: a push is allowed
+    ASSERT_TRUE(Pick("Push straight back")); // the view it switches to leaves the held camera alone
     host->runFor(2);
     const simhost::gfx::Image frame = GrabFrame(*host, "modern-renders/modern-tug-and-gpu.png");
     const std::vector<simhost::InstanceInfo> tug = Instances("KLVdefault.obj"), cart = Instances("GPU.obj");
