@@ -4,7 +4,7 @@
 // to $KALVORA_SCREENSHOT_DIR (default <build>/dialogs-screenshots/).
 #include "support/InstalledPlugin.h"
 #include "dialogs/ShownWindow.h"
-#include "graphics/GraphicsHooks.h"
+#include "support/Frames.h"
 
 #include "XPLMDefs.h"
 #include "XPStandardWidgets.h"
@@ -146,23 +146,17 @@ TEST_F(PluginWindowsTest, TheCrewMessageIsReadableInsideItsBoxOnEveryHost) {
         // Pixels of the green crew text, (0.4, 0.9, 0.4): within the box's rows, starting in the box.
         // (simhost's letters are 7 px wide where the box allows 6, so a long line runs past its right end.)
         const int low = std::min(box->bottom, box->top), high = std::max(box->bottom, box->top);
-        long inside = 0, aboveOrBelow = 0;
-        int leftmost = frame.width;
-        for (int y = 0; y < frame.height; ++y)
-            for (int x = 0; x < frame.width; ++x) {
-                const uint32_t p = frame.at(x, y);
-                const int r = p >> 24, g = (p >> 16) & 0xFF, b = (p >> 8) & 0xFF;
-                if (std::abs(r - 102) > 30 || std::abs(g - 230) > 30 || std::abs(b - 102) > 30) continue;
-                if (y < low || y > high) {
-                    ++aboveOrBelow;
-                    continue;
-                }
-                leftmost = std::min(leftmost, x);
-                inside += x <= box->right;
-            }
-        EXPECT_GT(inside, 100) << "no text in the box";
-        EXPECT_EQ(aboveOrBelow, 0) << "text above or below the box";
-        EXPECT_GT(leftmost, box->left);
+        const auto text = [&](int x, int y, bool inRows) {
+            return !Differ(ColorOf(frame.at(x, y)), {102, 230, 102}, 30) && (y >= low && y <= high) == inRows;
+        };
+        EXPECT_GT(PixelsWhere(frame, [&](int x, int y) { return x <= box->right && text(x, y, true); }).count,
+                  100)
+            << "no text in the box";
+        EXPECT_EQ(PixelsWhere(frame, [&](int x, int y) { return text(x, y, false); }).count, 0)
+            << "text above or below the box";
+        EXPECT_EQ(PixelsWhere(frame, [&](int x, int y) { return x <= box->left && text(x, y, true); }).count,
+                  0)
+            << "text left of the box";
     }
 }
 

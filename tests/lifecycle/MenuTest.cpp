@@ -47,6 +47,7 @@ TEST_F(MenuTest, TheItemsAndTheTrucksOfTheFolderAndTheChosenTruckSurvivesARestar
 TEST_F(MenuTest, ManoeuvresAreAnnouncedRefusedAndStoppedAsTheUserSeesThem) {
     constexpr const char* kExternal = "sim/graphics/view/view_is_external";
     Load();
+    EXPECT_TRUE(host->menuItems(std::string(kMenu) + "/Trucks").empty()) << "no models in the data folder";
     ASSERT_TRUE(Pick("Stop PushBack!"));
     host->runFrames(10);
     EXPECT_EQ(simhost::findWidget("Warning..."), nullptr) << "harmless when idle";
