@@ -163,9 +163,13 @@ void XPLMGetDataRefsByIndex(int inOffset, int inCount, XPLMDataRef* outDataRefs)
     HostCore* c = core();
     if (!c || !outDataRefs) return;
     makeAllXPlaneDataRefs(*c); // indices are stable from the first listing on
-    int n = clip(static_cast<int>(c->datarefs.size()), inOffset, inCount);
-    for (int i = 0; i < n; ++i)
-        outDataRefs[i] = &c->datarefs[inOffset + i];
+    // Hidden datarefs are not listed, as they are not counted; the listing walks past them.
+    const int n = clip(static_cast<int>(dataRefCount(*c)), inOffset, inCount);
+    int index = 0, filled = 0;
+    for (auto it = c->datarefs.begin(); it != c->datarefs.end() && filled < n; ++it) {
+        if (it->removed) continue;
+        if (index++ >= inOffset) outDataRefs[filled++] = &*it;
+    }
 }
 
 void XPLMGetDataRefInfo(XPLMDataRef inDataRef, XPLMDataRefInfo_t* outInfo) {
@@ -316,7 +320,7 @@ XPLMDataRef XPLMRegisterDataAccessor(const char* inDataName, XPLMDataTypeID inDa
     r->writable = inIsWritable != 0;
     r->owner = me;
     r->orphaned = false;
-    r->removed = false;
+    setDataRefRemoved(*c, *r, false);
     r->values.clear();
     r->bytes.clear();
     r->onWrite = nullptr;

@@ -439,7 +439,7 @@ bool Host::exists(const std::string& name) {
 }
 
 void Host::removeDataRef(const std::string& name) {
-    if (DataRefRec* r = findDataRefRec(name)) r->removed = true;
+    if (DataRefRec* r = findDataRefRec(name)) setDataRefRemoved(impl_->core, *r, true);
 }
 
 void Host::removeCommand(const std::string& name) {

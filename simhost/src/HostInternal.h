@@ -356,6 +356,7 @@ struct HostCore {
     std::deque<DataRefRec> datarefs;
     std::unordered_map<std::string, DataRefRec*> datarefByName;
     int xplaneDataRefsPending = 0; ///< rows of X-Plane's table (XPlaneTables.h) not made into records yet
+    int datarefsRemoved = 0;       ///< records hidden from plug-ins (version profiles, removeDataRef)
     std::unordered_set<const void*> datarefHandles;
     std::deque<FlightLoopRec> flightLoops; ///< every loop ever made (handles stay valid, dead or alive)
     std::unordered_set<const void*> flightLoopHandles;
@@ -421,9 +422,17 @@ inline double refLon(const HostCore& c) {
     return c.refLonDeg;
 }
 
-/// Every dataref there is: those with a record and X-Plane's that no one has looked up yet.
+/// Every dataref a plug-in can find: those with a record (less the hidden ones) and X-Plane's that no one
+/// has looked up yet.
 inline size_t dataRefCount(const HostCore& c) {
-    return c.datarefs.size() + static_cast<size_t>(c.xplaneDataRefsPending);
+    return c.datarefs.size() + static_cast<size_t>(c.xplaneDataRefsPending) -
+           static_cast<size_t>(c.datarefsRemoved);
+}
+
+/// Hides a dataref from plug-ins (lookup, count and listing alike) or shows it again.
+inline void setDataRefRemoved(HostCore& c, DataRefRec& r, bool removed) {
+    if (r.removed != removed) c.datarefsRemoved += removed ? 1 : -1;
+    r.removed = removed;
 }
 
 /// The live host's state, or nullptr when no Host exists.

@@ -180,7 +180,7 @@ void installSimDataRefs(HostCore& c) {
         DataRefRec& r = addRecord(c, d.name, d.types, d.size, d.writable);
         if (!(d.types & xplmType_Data)) std::fill(r.values.begin(), r.values.end(), d.initial);
         // Names this version does not have stay unreachable, as if X-Plane never had them.
-        r.removed = !availableOn(d.avail, version);
+        setDataRefRemoved(c, r, !availableOn(d.avail, version));
         if (findXPlaneDataRef(d.name)) --c.xplaneDataRefsPending; // this definition stands for the row
     }
     // Hosts before 8.00 had the gear arrays with the nose and main gear at 67 and 68.
@@ -190,7 +190,7 @@ void installSimDataRefs(HostCore& c) {
                               "sim/aircraft/parts/acf_gear_tirrad"}) {
             DataRefRec* r = c.datarefByName[n];
             r->values.assign(kOldGearArraySize, 0.0);
-            r->removed = false;
+            setDataRefRemoved(c, *r, false);
         }
     }
     // X-Plane 9 had eight engines' worth of arrays.

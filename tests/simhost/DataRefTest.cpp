@@ -5,6 +5,7 @@
 #include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 
@@ -129,11 +130,40 @@ TEST_F(DataRefs, EveryDataRefXPlane12ListsHasItsTypeSizeAndWritability) {
     EXPECT_EQ(XPLMCountDataRefs(), count);
 }
 
-TEST_F(DataRefs, RemovedDataRefDisappearsFromLookup) {
+/// The names XPLMGetDataRefsByIndex lists, in index order, with XPLMCountDataRefs items asked for.
+std::vector<std::string> listedNames() {
+    std::vector<XPLMDataRef> all(static_cast<size_t>(XPLMCountDataRefs()), nullptr);
+    XPLMGetDataRefsByIndex(0, static_cast<int>(all.size()), all.data());
+    std::vector<std::string> names;
+    XPLMDataRefInfo_t info{};
+    info.structSize = sizeof info;
+    for (XPLMDataRef r : all) {
+        if (!r) return {}; // fewer listed than counted
+        XPLMGetDataRefInfo(r, &info);
+        names.push_back(info.name);
+    }
+    return names;
+}
+
+TEST_F(DataRefs, RemovedDataRefsAreGoneFromLookupCountAndListingAlike) {
+    auto has = [](const std::vector<std::string>& v, const char* n) {
+        return std::find(v.begin(), v.end(), n) != v.end();
+    };
+    std::vector<std::string> names = listedNames();
+    ASSERT_EQ(names.size(), static_cast<size_t>(XPLMCountDataRefs()));
+    EXPECT_TRUE(has(names, "sim/flightmodel/position/theta"));
+    EXPECT_FALSE(has(names, "sim/flightmodel/position/the")); // X-Plane 12 has no such name
+    EXPECT_FALSE(has(names, "sim/graphics/colors/menu_bkgnd_rgb"));
+
     ASSERT_NE(find("sim/joystick/has_joystick"), nullptr);
     host->removeDataRef("sim/joystick/has_joystick");
     EXPECT_EQ(find("sim/joystick/has_joystick"), nullptr);
     EXPECT_FALSE(host->exists("sim/joystick/has_joystick"));
+    const std::vector<std::string> after = listedNames();
+    EXPECT_EQ(after.size(), names.size() - 1);
+    EXPECT_FALSE(has(after, "sim/joystick/has_joystick"));
+    // The ones after it move up one place; the last is still listed.
+    EXPECT_EQ(after.back(), names.back());
 }
 
 TEST_F(DataRefs, TypesAndWritabilityFollowXPlane12) {
