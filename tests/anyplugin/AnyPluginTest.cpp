@@ -85,10 +85,24 @@ TEST_F(AnyPlugin, TrafficWaitsForThePlanesTakesThemWhenFreedAndProbesTheGroundUn
 
 TEST_F(AnyPlugin, CockpitHelperReadsItsIniAndItsDecoratedWindowsStackDragAndResize) {
     start();
-    // The ini sits next to the .xpl (the flat layout: in Resources/plugins).
-    std::ofstream(host->sandbox() + "Resources/plugins/CockpitHelper.ini")
-        << "title = Ground checklist\nwidth = 320\nheight = oops\n";
-    const int helper = load(ANYPLUGIN_CockpitHelper);
+    // Released as a fat plug-in: CockpitHelper/lin_x64/CockpitHelper.xpl with its ini in CockpitHelper/,
+    // started as X-Plane starts what it finds in Resources/plugins.
+    const fs::path release = fs::temp_directory_path() / ("anyplugin-helper-" + std::to_string(getpid()));
+    fs::create_directories(release);
+    std::ofstream(release / "CockpitHelper.ini") << "title = Ground checklist\nwidth = 320\nheight = oops\n";
+    const std::string xpl =
+        host->installPlugin(ANYPLUGIN_CockpitHelper, release.string(), simhost::PluginLayout::Fat);
+    fs::remove_all(release);
+    const std::string folder = host->sandbox() + "Resources/plugins/CockpitHelper/";
+    EXPECT_EQ(fs::path(xpl).parent_path().parent_path(),
+              fs::path(folder).parent_path()); // in <platform>_x64/
+    const std::vector<int> started = host->startInstalledPlugins();
+    ASSERT_EQ(started.size(), 1u);
+    const int helper = started[0];
+    // It found its folder from the path XPLMGetPluginInfo gave it.
+    EXPECT_TRUE(logged("CockpitHelper: bad height in " + folder + "CockpitHelper.ini"));
+    EXPECT_TRUE(
+        logged("CockpitHelper: settings from " + folder + "CockpitHelper.ini: 'Ground checklist' 320x200"));
     ASSERT_TRUE(host->runCommand("cockpit_helper/toggle_window"));
     ASSERT_EQ(host->windows().size(), 1u);
     simhost::WindowInfo w = host->windows()[0];
