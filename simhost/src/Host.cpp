@@ -238,6 +238,7 @@ void Host::runFrames(int n) {
         if (!c.paused) worldStep(c, dt);
         runFlightLoops(c, 1);
         c.lastFlightLoopDispatch = c.wallTime;
+        stepTraffic(c);
         stepSounds(c);
         stepMaps(c);
         updateCamera(c);
@@ -478,6 +479,7 @@ void Host::loadScenery() {
 void Host::shiftLocalOrigin(double refLatDeg, double refLonDeg) {
     HostCore& c = impl_->core;
     worldShiftOrigin(c, refLatDeg, refLonDeg);
+    shiftTraffic(c);
     record("world", "local origin moved to " + std::to_string(refLat(c)) + ", " + std::to_string(refLon(c)));
 }
 

@@ -63,6 +63,10 @@ struct DataRefRec {
     std::vector<double> values; ///< X-Plane's own: one value per element (1 for scalars)
     std::string bytes;          ///< X-Plane's own byte blocks (xplmType_Data)
     Accessors acc;
+    /// X-Plane takes writes to this one from a single plug-in for now (the TCAS override datarefs: the
+    /// plug-in holding the AI aircraft), `writer`, or from none when that is -1.
+    bool writerOnly = false;
+    int writer = -1;
     /// Called after X-Plane's own value changed through a write.
     std::function<void(DataRefRec&)> onWrite;
     /// XPLMShareData: the storage grows as plug-ins write, and every sharer hears of each write.
@@ -316,6 +320,22 @@ struct WeatherReport {
 };
 
 // ------------------------------------------------------------------ AI planes
+/// Where one aircraft is, in X-Plane's datarefs: the user's, multiplayer plane N's, or (as float[64]
+/// arrays) the TCAS targets'.
+struct PlaneDataRefs {
+    DataRefRec *x = nullptr, *y = nullptr, *z = nullptr;       ///< local metres
+    DataRefRec *lat = nullptr, *lon = nullptr, *el = nullptr;  ///< degrees, metres MSL
+    DataRefRec *psi = nullptr, *the = nullptr, *phi = nullptr; ///< degrees
+    DataRefRec* gear = nullptr;                                ///< deployment ratio (float[10] per plane)
+};
+/// X-Plane's TCAS: its target arrays (index 0 the user, N plane N) and the plug-in override.
+struct TcasDataRefs {
+    PlaneDataRefs targets;
+    std::vector<DataRefRec*> overrideOnly; ///< arrays only the overriding plug-in writes
+    DataRefRec *modeS = nullptr, *count = nullptr, *override = nullptr, *mapOverride = nullptr;
+    bool overridden = false; ///< override_TCAS set: the holder writes the targets, X-Plane stops
+};
+
 struct PlanesState {
     int aiCount = 0;                 ///< AI aircraft besides the user's (Host::setAiAircraftCount)
     int activeCount = 1;             ///< XPLMSetActiveAircraftCount, the user's included
@@ -327,6 +347,10 @@ struct PlanesState {
         void* refcon;
     };
     std::vector<Waiter> waiting; ///< refused XPLMAcquirePlanes calls with a callback
+    /// The traffic datarefs, linked the first time a plug-in looks one up or AI aircraft are set: [0] the
+    /// user's aircraft, [N] multiplayer plane N. Empty before.
+    std::vector<PlaneDataRefs> aircraft;
+    TcasDataRefs tcas;
 };
 
 /// The whole host.
@@ -550,6 +574,11 @@ void drawAvionics(HostCore& c);                                                 
 void dropAvionics(HostCore& c, int pluginId);                                      // Avionics.cpp
 void listAvionics(const HostCore& c, int pluginId, std::vector<std::string>& out); // Avionics.cpp
 void dropPlanes(HostCore& c, int pluginId);                                        // Planes.cpp
+bool isTrafficDataRef(const std::string& name);                                    // Planes.cpp
+void linkTraffic(HostCore& c);                                                     // Planes.cpp
+void aiCountChanged(HostCore& c, int previousCount);                               // Planes.cpp
+void stepTraffic(HostCore& c);                                                     // Planes.cpp
+void shiftTraffic(HostCore& c);                                                    // Planes.cpp
 NavState& navDatabase(HostCore& c);                                                // Navigation.cpp
 } // namespace simhost::detail
 

@@ -165,7 +165,9 @@ DataRefRec* makeXPlaneDataRef(HostCore& c, const std::string& name) {
     const XPlaneDataRefRow* row = findXPlaneDataRef(name.c_str());
     if (!row || c.datarefByName.count(name)) return nullptr;
     --c.xplaneDataRefsPending;
-    return &addRecord(c, name, row->types, row->size, row->writable);
+    DataRefRec& r = addRecord(c, name, row->types, row->size, row->writable);
+    if (isTrafficDataRef(name)) linkTraffic(c); // the AI aircraft's datarefs live together
+    return &r;
 }
 
 void makeAllXPlaneDataRefs(HostCore& c) {

@@ -1,6 +1,7 @@
 // The four test plug-ins, each loaded into a fresh simhost and driven as a
 // user would (commands, clicks, the map), checked against what the SDK says
 // happens, through what they publish and simhost's control API.
+#include "XPLMDataAccess.h"
 #include "XPLMMap.h"
 #include "XPLMNavigation.h"
 #include "XPLMPlanes.h"
@@ -57,30 +58,72 @@ int controller() {
     return who;
 }
 
-TEST_F(AnyPlugin, TrafficWaitsForThePlanesTakesThemWhenFreedAndProbesTheGroundUnderThem) {
+TEST_F(AnyPlugin, TrafficSeesTheParkedAircraftTakesThemWhenFreedFliesThemAndOverridesTheTcas) {
     start();
     host->setAiAircraftCount(3);
+    const std::string plane = "sim/multiplayer/position/plane", tcas = "sim/cockpit2/tcas/targets/position/";
+    const std::string override = "sim/operation/override/override_TCAS";
+    const double apronM = host->options().startElevationM;
+    // X-Plane's AI aircraft stand parked in a row north of the apron, 80 m apart, and its TCAS sees them.
+    EXPECT_DOUBLE_EQ(host->getf(plane + "2_x") - host->getf(plane + "1_x"), 80);
+    EXPECT_DOUBLE_EQ(host->getf(plane + "3_z"), -150);
+    EXPECT_DOUBLE_EQ(host->getf(plane + "3_y"), apronM + 3);
+    EXPECT_EQ(host->getf(plane + "3_psi"), 180);
+    EXPECT_EQ(host->getf(plane + "4_y"), 0); // no fourth one
+    EXPECT_GT(host->getf(plane + "1_lat"), host->options().startLatDeg);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "x", 2), host->getf(plane + "2_x"));
+    EXPECT_FLOAT_EQ(host->getf(tcas + "lat", 3), host->getf(plane + "3_lat"));
+    EXPECT_EQ(host->geti("sim/cockpit2/tcas/indicators/tcas_num_acf"), 4); // the user's and the three
+    host->set("sim/flightmodel/position/local_x", 25);
+    host->runFrames(1);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "x", 0), 25); // the user's aircraft is target 0
+
     ASSERT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1); // another plug-in holds them first
     const int traffic = load(ANYPLUGIN_Traffic);
     EXPECT_EQ(host->geti("traffic/acquired"), 0);
     EXPECT_TRUE(logged("Traffic: the aircraft are taken, waiting"));
     EXPECT_EQ(controller(), me);
+    host->runFrames(2);
+    EXPECT_FLOAT_EQ(host->getf("traffic/lowest_agl"), 3); // it reads where they stand
 
     XPLMReleasePlanes(); // the waiting plug-in hears of it and takes them
     EXPECT_EQ(host->geti("traffic/acquired"), 1);
-    EXPECT_EQ(host->geti("traffic/planes"), 4); // the user's and the three AI aircraft
+    EXPECT_EQ(host->geti("traffic/planes"), 4);
     EXPECT_TRUE(logged("Traffic: got 4 aircraft (controller " + std::to_string(traffic) + " is me: 1)"));
     EXPECT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(host->geti("traffic/tcas_override"), 1); // the holder may override the TCAS
 
     host->runFrames(3);
-    const double userAboveApronM =
-        host->getf("sim/flightmodel/position/local_y") - host->options().startElevationM;
+    const double userAboveApronM = host->getf("sim/flightmodel/position/local_y") - apronM;
     EXPECT_NEAR(host->getf("traffic/lowest_agl"), userAboveApronM + 300, 0.1); // the lowest flies 300 m up
+    EXPECT_NEAR(host->getf(plane + "1_el"), host->getf(plane + "1_y"), 0.01);  // the place follows x, y, z
+    EXPECT_NEAR(host->getf(plane + "1_lat"),
+                host->getf("sim/flightmodel/position/lat_ref") - host->getf(plane + "1_z") / 111195, 1e-5);
+    EXPECT_EQ(host->geti("sim/cockpit2/tcas/indicators/tcas_num_acf"), 4); // its targets with a Mode S ID
     EXPECT_EQ(host->registrations(traffic).back(), "AI aircraft");
+    // Nobody else touches the override or the targets under it.
+    XPLMDataRef overrideRef = XPLMFindDataRef(override.c_str()),
+                targetX = XPLMFindDataRef((tcas + "x").c_str());
+    EXPECT_EQ(XPLMCanWriteDataRef(overrideRef), 0);
+    XPLMSetDatai(overrideRef, 0);
+    float here = 1;
+    XPLMSetDatavf(targetX, &here, 1, 1);
+    EXPECT_EQ(host->geti(override), 1);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "x", 1), host->getf(plane + "1_x"));
 
-    host->disablePlugin(traffic); // it lets them go
+    host->disablePlugin(traffic); // it lets them go: the override ends and the AI parks them again
     EXPECT_EQ(controller(), XPLM_NO_PLUGIN_ID);
+    EXPECT_EQ(host->geti(override), 0);
+    EXPECT_DOUBLE_EQ(host->getf(plane + "1_y"), apronM + 3);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "y", 1), host->getf(plane + "1_y"));
     EXPECT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1);
+    EXPECT_EQ(XPLMCanWriteDataRef(overrideRef), 1);
+
+    // When the local frame moves, every aircraft keeps its place in the world.
+    const double lat = host->getf(plane + "2_lat"), z = host->getf(plane + "2_z");
+    host->shiftLocalOrigin(host->options().startLatDeg + 0.01, host->options().startLonDeg);
+    EXPECT_NEAR(host->getf(plane + "2_lat"), lat, 1e-6);
+    EXPECT_NEAR(host->getf(plane + "2_z") - z, 1112, 5); // 0.01 degree further south of the new origin
 }
 
 TEST_F(AnyPlugin, CockpitHelperReadsItsIniAndItsDecoratedWindowsStackDragAndResize) {
