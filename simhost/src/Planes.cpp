@@ -6,6 +6,7 @@
 // (XPLMAcquirePlanes) owns them: it places them through the same datarefs, and it
 // alone may set the TCAS override and then write the TCAS targets itself.
 #include "HostInternal.h"
+#include "SharedLibrary.h"
 #include "AircraftProfile.h"
 #include "WorldMath.h"
 
@@ -277,7 +278,7 @@ void XPLMGetNthAircraftModel(int inIndex, char* outFileName, char* outPath) {
     }
     const std::string& type = c->aircraft.type;
     copyBounded(outFileName, type + ".acf", kFileNameBytes);
-    copyBounded(outPath, c->sandbox + "Aircraft/" + type + "/" + type + ".acf", kPathBytes);
+    copyBounded(outPath, nativePath(c->sandbox + "Aircraft/" + type + "/" + type + ".acf"), kPathBytes);
 }
 
 void XPLMCountAircraft(int* outTotalAircraft, int* outActiveAircraft, XPLMPluginID* outController) {

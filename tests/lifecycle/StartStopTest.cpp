@@ -2,6 +2,8 @@
 // host's log, what it registers and what it leaves behind.
 #include "LoadedPlugin.h"
 
+#include "XPLMPlugin.h"
+
 #include <algorithm>
 
 namespace kalvora_test {
@@ -156,6 +158,47 @@ TEST_F(StartStopTest, AMissingDataRefGivesTheKalvoraDialogAndTheLogLineAndTheRes
     EXPECT_TRUE(host->exists(kStatus));
 }
 
+TEST_F(StartStopTest, WithoutItsDataFolderThePluginLoadsAndTheHostLogSaysSo) {
+    fs::remove_all(DataFolder());
+    WritePreferences("TRUCK_SPEED=25\n");
+    Load();
+    EXPECT_TRUE(host->pluginEnabled(id));
+    const std::string hostLog = host->logText();
+    EXPECT_NE(hostLog.find("Kalvora: its data folder " + PluginFolder().string() + "/ is missing"),
+              std::string::npos)
+        << hostLog;
+    EXPECT_NE(hostLog.find("Kalvora: cannot write its log"), std::string::npos) << hostLog;
+    Unload();
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000"); // the user's preferences are kept all the same
+}
+
+TEST_F(StartStopTest, InTheFatLayoutItFindsItsDataAndKeepsItsLogAndPreferencesWhereTheFlatOneDoes) {
+    AddTruck("TugA");
+    std::ofstream(DataFolder() / "GroundServices" / "GPU.obj") << kEmptyObj8;
+    WritePreferences("TRUCK_SPEED=25\n");
+    layout = simhost::PluginLayout::Fat; // Resources/plugins/Kalvora/lin_x64/Kalvora.xpl
+    Load();
+    char path[512] = {};
+    XPLMGetPluginInfo(id, nullptr, path, nullptr, nullptr);
+    EXPECT_EQ(fs::path(path), PluginFolder() / "lin_x64" / "Kalvora.xpl");
+
+    const std::vector<std::string> log = Lines(PluginLog()); // Kalvora/Kalvora.log, beside lin_x64/
+    const int trucks = Find(log, "-Available trucks:");
+    const int services = Find(log, "-Available Ground services:", trucks);
+    ASSERT_GE(trucks, 0);
+    ASSERT_EQ(services, trucks + 2);
+    EXPECT_EQ(log[trucks + 1], "TugA.obj");
+    EXPECT_EQ(log[services + 1], "GPU.obj");
+    EXPECT_EQ(host->logText().find("is missing"), std::string::npos);
+    Unload();
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
+    // Nothing of the plug-in's own lands in the platform folder.
+    std::vector<std::string> platformFolder;
+    for (const auto& entry : fs::directory_iterator(PluginFolder() / "lin_x64"))
+        platformFolder.push_back(entry.path().filename().string());
+    EXPECT_EQ(platformFolder, std::vector<std::string>{"Kalvora.xpl"});
+}
+
 TEST_F(StartStopTest, BeforeVersion7ThePreferencesLiveInThePluginFolder) {
     options.xplaneVersion = 650;
     Load();
@@ -165,19 +208,25 @@ TEST_F(StartStopTest, BeforeVersion7ThePreferencesLiveInThePluginFolder) {
     EXPECT_FALSE(fs::exists(PrefsPath()));
 }
 
-TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPlugin) {
-    WritePreferences(
-        "TruckView_KEY=99999999999\nTRUCK_SPEED=fast\nTruck=\nHANDLE_GPU=yes\n=\nno equals sign\n");
+TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPluginAndAreRepairedOnDisk) {
+    const std::string note = "# " + std::string(300, '-'); // longer than a property line may be
+    WritePreferences(note + "\nTruckView_KEY=99999999999\nTruckView_KF=8\nTRUCK_SPEED=fast\nTruck=\n"
+                            "HANDLE_GPU=yes\n=\nno equals sign\n");
     Load();
     EXPECT_TRUE(host->pluginEnabled(id));
     const std::vector<std::string> regs = host->registrations(id);
-    EXPECT_NE(std::find(regs.begin(), regs.end(), "hot key Toggle truckview"), regs.end());
-    ASSERT_TRUE(host->pickMenu(std::string(kMenu) + "/Push straight back"));
-    host->runFrames(2);
-    EXPECT_EQ(host->geti(kStatus), 1)
-        << "the push did not start"; // keys absent from the file read as off, speech too
+    EXPECT_TRUE(Contains(regs, "hot key Toggle truckview"));
+    for (const char* key : {"TruckView_KEY=99999999999", "TRUCK_SPEED=fast", "HANDLE_GPU=yes"})
+        EXPECT_NE(PluginLog().find(std::string("[WRNG] Preferences: ") + key), std::string::npos) << key;
+    StartPush("Push straight back"); // the truck comes, hooks up and pushes at the default speed
     Unload();
     EXPECT_EQ(PrefValue("Truck"), "KLVdefault");
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "10.000000");
+    EXPECT_EQ(PrefValue("TruckView_KEY"), "123");
+    EXPECT_EQ(PrefValue("HANDLE_GPU"), "1");
+    const std::vector<std::string> lines = Lines(ReadFile(PrefsPath()));
+    EXPECT_TRUE(Contains(lines, note) && Contains(lines, "no equals sign") && Contains(lines, "="))
+        << "lines the preferences cannot hold are kept";
 }
 
 TEST_F(StartStopTest, DisableLeavesAPushInProgressToGoOnAfterEnable) {

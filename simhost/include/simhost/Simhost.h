@@ -68,8 +68,10 @@ struct InProcessPlugin {
 
 /// One line of what happened, in order.
 struct TranscriptEntry {
-    double simTime;   ///< seconds of sim time when it happened
-    std::string kind; ///< "speech","log","message","command","menu","key","view","camera","plugin","world"
+    double simTime; ///< seconds of sim time when it happened
+    /// "speech","log","message","command","menu","key","view","camera","plugin","world", "dataref" (a
+    /// plug-in wrote a NaN or an infinity into one of X-Plane's own datarefs)
+    std::string kind;
     std::string text;
 };
 
