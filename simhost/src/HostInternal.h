@@ -261,6 +261,17 @@ struct SoundChannelRec {
     bool alive = true;
     void* callback = nullptr; ///< XPLMPCMComplete_f
     void* refcon = nullptr;
+    int clip = -1; ///< its buffer's index in HostCore::audioClips; -1 when no audio folder keeps it
+};
+
+/// A sound kept as a WAV in the audio folder (HostOptions::speechWavDir), for Host::writeAudioMix.
+struct AudioClip {
+    std::string file;
+    double startS = 0; ///< sim seconds when it began
+    double stopS = -1; ///< sim seconds when it was stopped; -1: it played out (or loops to the end)
+    bool loop = false;
+    bool speech = false; ///< an utterance: it waits until the one before it has been said
+    std::vector<std::pair<double, float>> gains; ///< XPLMSetAudioVolume: (sim seconds, gain) from then on
 };
 
 // ------------------------------------------------------------------ maps
@@ -427,6 +438,7 @@ struct HostCore {
     std::unordered_set<const void*> soundHandles;
     std::vector<SoundChannelRec*> soundsPlaying; ///< the live channels, so a frame looks at no finished one
     int soundsWritten = 0;                       ///< PCM buffers written as WAVs into speechWavDir
+    std::vector<AudioClip> audioClips;           ///< every sound and utterance kept in speechWavDir
     MapState maps;
     std::deque<AvionicsRec> avionics;
     std::map<int, DevicePopup> builtInPopups; ///< by XPLMDeviceID

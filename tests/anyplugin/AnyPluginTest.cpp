@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -243,34 +244,71 @@ TEST_F(AnyPlugin, NavigationProgramsAndWalksTheFmsAndMarksNavaidsOnTheMap) {
     EXPECT_TRUE(host->mapMarks().empty());
 }
 
-TEST_F(AnyPlugin, SoundPlaysOutLoopsUntilStoppedAndReportsEveryCompletion) {
+/// The largest sample magnitude of a mono 16-bit WAV in [fromS, toS).
+int peak(const std::string& wav, double fromS, double toS) {
+    std::ifstream in(wav, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    constexpr size_t kHeaderBytes = 44;
+    constexpr double kRateHz = 22050;
+    int most = 0;
+    for (size_t i = static_cast<size_t>(fromS * kRateHz); i < static_cast<size_t>(toS * kRateHz); ++i) {
+        const size_t at = kHeaderBytes + 2 * i;
+        if (at + 1 >= bytes.size()) break;
+        const int v = static_cast<int16_t>(static_cast<unsigned char>(bytes[at]) | bytes[at + 1] << 8);
+        most = std::max(most, std::abs(v));
+    }
+    return most;
+}
+
+TEST_F(AnyPlugin, SoundPlaysOutLoopsUntilStoppedReportsEveryCompletionAndIsMixedAsPlayed) {
     const fs::path audio = fs::temp_directory_path() / ("anyplugin-sound-" + std::to_string(getpid()));
     fs::create_directories(audio);
     simhost::HostOptions options;
     options.speechWavDir = audio.string();
     start(options);
     load(ANYPLUGIN_Sound);
+    const double chimeS = host->simTime();
     host->runCommand("sound/chime");
     EXPECT_EQ(host->geti("sound/completions"), 0);
     host->runFor(0.6); // the chime is 0.5 s long
     EXPECT_EQ(host->geti("sound/completions"), 1);
 
+    const double humS = host->simTime();
     host->runCommand("sound/hum_start");
-    host->runFor(2); // a looping channel never plays out
+    host->runFor(0.4);
+    const double secondChimeS = host->simTime();
+    host->runCommand("sound/chime"); // over the hum
+    host->runFor(1.6);               // a looping channel never plays out
     EXPECT_EQ(host->geti("sound/hum_playing"), 1);
-    EXPECT_EQ(host->geti("sound/completions"), 1);
+    EXPECT_EQ(host->geti("sound/completions"), 2);
+    const double stopS = host->simTime();
     host->runCommand("sound/hum_stop");
-    EXPECT_EQ(host->geti("sound/completions"), 2); // stopping tells the plug-in too
+    EXPECT_EQ(host->geti("sound/completions"), 3); // stopping tells the plug-in too
     EXPECT_EQ(host->geti("sound/hum_playing"), 0);
     EXPECT_EQ(
         host->transcriptTexts("sound"),
         (std::vector<std::string>{"channel 1 play on interior: 22050 Hz, 1 ch, 0.5 s", "channel 1 ended",
                                   "channel 2 play on exterior aircraft: 22050 Hz, 1 ch, 0.2 s, looping",
                                   "channel 2 position 0 2 0 m, velocity 0 0 0 m/s", "channel 2 volume 0.5",
+                                  "channel 3 play on interior: 22050 Hz, 1 ch, 0.5 s", "channel 3 ended",
                                   "channel 2 stopped"}));
     // Each buffer went into the audio folder as a WAV: a 44-byte header and the PCM.
     EXPECT_EQ(fs::file_size(audio / "sound-001.wav"), 44u + 22050u);
     EXPECT_EQ(fs::file_size(audio / "sound-002.wav"), 44u + 8820u);
+
+    // The mix: each sound at the time it was played, the hum at half volume, looping until it was stopped,
+    // the second chime added on top of it.
+    host->runFor(0.5); // the run goes on after the hum stopped
+    const std::string mix = (audio / "mix.wav").string();
+    ASSERT_TRUE(host->writeAudioMix(mix));
+    constexpr int kChime = 8000, kHum = 4000, kSlack = 100; // the plug-in's amplitudes: 8000, and 8000 at 0.5
+    constexpr double kEdgeS = 0.01;
+    EXPECT_EQ(fs::file_size(mix), 44u + 2u * static_cast<size_t>(std::llround(stopS * 22050)));
+    EXPECT_NEAR(peak(mix, chimeS, chimeS + 0.5), kChime, kSlack);
+    EXPECT_EQ(peak(mix, chimeS + 0.5 + kEdgeS, humS), 0);
+    EXPECT_NEAR(peak(mix, humS, secondChimeS), kHum, kSlack);
+    EXPECT_GT(peak(mix, secondChimeS + kEdgeS, secondChimeS + 0.5 - kEdgeS), kChime + kHum * 9 / 10);
+    EXPECT_NEAR(peak(mix, secondChimeS + 0.5 + kEdgeS, stopS), kHum, kSlack);
     fs::remove_all(audio);
 }
 
