@@ -1,5 +1,6 @@
 // Writing a scenario's report folder.
 #include "Report.h"
+#include "utils/Utf8Path.h"
 
 #include "Canvas.h"
 #include "simhost/Simhost.h"
@@ -157,7 +158,7 @@ void StrokePath(assets::Canvas& canvas, const TopView& v, const std::vector<Poin
 }
 
 bool WriteFile(const std::string& path, const std::string& text) {
-    std::ofstream out(path, std::ios::binary);
+    std::ofstream out(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
     out << text;
     return static_cast<bool>(out);
 }
@@ -232,7 +233,7 @@ bool WriteTopViewPng(const ScenarioSummary& s, const Aircraft& aircraft, const s
 
 void WriteReport(const std::string& dir, const Scenario& scenario, const ScenarioSummary& summary, Host& host,
                  const std::vector<std::string>& frames) {
-    fs::create_directories(dir);
+    fs::create_directories(HV_FileUtils::PathFromUtf8(dir));
     std::ostringstream transcript;
     char time[32];
     size_t pilot = 0; // the pilot's actions go in before what the host recorded at the same time
@@ -269,8 +270,9 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
     WriteFile(dir + "/Log.txt", host.logText());
     WriteFile(dir + "/menus.txt", host.menuTree());
     const std::string pluginLog = host.sandbox() + "Resources/plugins/Kalvora/Kalvora.log";
-    if (fs::exists(pluginLog))
-        fs::copy_file(pluginLog, dir + "/Kalvora.log", fs::copy_options::overwrite_existing);
+    if (fs::exists(HV_FileUtils::PathFromUtf8(pluginLog)))
+        fs::copy_file(HV_FileUtils::PathFromUtf8(pluginLog), HV_FileUtils::PathFromUtf8(dir + "/Kalvora.log"),
+                      fs::copy_options::overwrite_existing);
     std::string summaryText = formatSummary(scenario, summary);
     if (host.writeAudioMix(dir + "/crew.wav")) summaryText += "crew audio: crew.wav\n";
     summaryText += "frames: " + std::to_string(frames.size()) +

@@ -6,6 +6,7 @@
 // converted to the mix's. 3-D position, fade, cone and pitch are not heard.
 #include "HostInternal.h"
 #include "Wav.h"
+#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <cmath>
@@ -100,7 +101,7 @@ bool Host::writeAudioMix(const std::string& wavPath) const {
     if (dataBytes > std::numeric_limits<uint32_t>::max() - kWavHeaderBytes)
         return false; // beyond what a WAV holds
 
-    std::ofstream out(wavPath, std::ios::binary);
+    std::ofstream out(HV_FileUtils::PathFromUtf8(wavPath), std::ios::binary);
     const std::string header = wavHeader(static_cast<uint32_t>(dataBytes), rateHz, channels);
     out.write(header.data(), static_cast<std::streamsize>(header.size()));
     const int64_t blockFrames = static_cast<int64_t>(kBlockSeconds * rateHz);

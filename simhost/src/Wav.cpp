@@ -1,4 +1,5 @@
 #include "Wav.h"
+#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <fstream>
@@ -44,7 +45,7 @@ std::string wavHeader(uint32_t dataBytes, int rateHz, int channels) {
 }
 
 bool writeWav(const std::string& path, const void* pcm, uint32_t bytes, int rateHz, int channels) {
-    std::ofstream f(path, std::ios::binary);
+    std::ofstream f(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
     if (!f) return false;
     const std::string header = wavHeader(bytes, rateHz, channels);
     f.write(header.data(), static_cast<std::streamsize>(header.size()));
@@ -53,7 +54,7 @@ bool writeWav(const std::string& path, const void* pcm, uint32_t bytes, int rate
 }
 
 bool readWav(const std::string& path, Pcm16& out) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
     const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     if (bytes.size() < 12 || bytes.compare(0, 4, "RIFF") != 0 || bytes.compare(8, 4, "WAVE") != 0)
         return false;
