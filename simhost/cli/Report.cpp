@@ -163,97 +163,6 @@ bool WriteFile(const std::string& path, const std::string& text) {
     return static_cast<bool>(out);
 }
 
-// ---- crew.wav: the speech files placed at the sim times they were spoken ----
-
-struct Pcm {
-    uint16_t channels = 0;
-    uint32_t rate = 0;
-    uint16_t bits = 0;
-    std::vector<char> data;
-};
-
-uint32_t Le32(const char* p) {
-    return static_cast<uint32_t>(static_cast<unsigned char>(p[0])) |
-           static_cast<uint32_t>(static_cast<unsigned char>(p[1])) << 8 |
-           static_cast<uint32_t>(static_cast<unsigned char>(p[2])) << 16 |
-           static_cast<uint32_t>(static_cast<unsigned char>(p[3])) << 24;
-}
-
-uint16_t Le16(const char* p) {
-    return static_cast<uint16_t>(static_cast<unsigned char>(p[0]) | static_cast<unsigned char>(p[1]) << 8);
-}
-
-/// Reads a PCM WAV file chunk by chunk; false for anything else.
-bool ReadWav(const std::string& path, Pcm* pcm) {
-    std::ifstream in(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (bytes.size() < 12 || bytes.compare(0, 4, "RIFF") != 0 || bytes.compare(8, 4, "WAVE") != 0)
-        return false;
-    size_t at = 12;
-    bool haveFormat = false;
-    while (at + 8 <= bytes.size()) {
-        const std::string id = bytes.substr(at, 4);
-        const uint32_t size = Le32(&bytes[at + 4]);
-        const size_t body = at + 8;
-        const size_t available = std::min<size_t>(size, bytes.size() - body);
-        if (id == "fmt " && available >= 16) {
-            if (Le16(&bytes[body]) != 1) return false; // PCM only
-            pcm->channels = Le16(&bytes[body + 2]);
-            pcm->rate = Le32(&bytes[body + 4]);
-            pcm->bits = Le16(&bytes[body + 14]);
-            haveFormat = true;
-        } else if (id == "data") {
-            pcm->data.assign(bytes.begin() + static_cast<long>(body),
-                             bytes.begin() + static_cast<long>(body + available));
-        }
-        at = body + size + (size & 1);
-    }
-    return haveFormat && pcm->channels > 0 && pcm->rate > 0 && pcm->bits > 0;
-}
-
-void PutLe(std::string& out, uint32_t v, int bytes) {
-    for (int i = 0; i < bytes; ++i)
-        out.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
-}
-
-/// Places each utterance at its sim time (later ones wait for the previous to finish).
-bool WriteCrewWav(const std::string& audioDir, const std::vector<double>& times, const std::string& path) {
-    std::vector<std::string> files;
-    if (!fs::is_directory(HV_FileUtils::PathFromUtf8(audioDir))) return false;
-    for (const auto& e : fs::directory_iterator(HV_FileUtils::PathFromUtf8(audioDir)))
-        if (e.path().extension() == ".wav") files.push_back(HV_FileUtils::Utf8FromPath(e.path()));
-    std::sort(files.begin(), files.end());
-    if (files.empty()) return false;
-    std::vector<char> mix;
-    Pcm format;
-    for (size_t i = 0; i < files.size(); ++i) {
-        Pcm pcm;
-        if (!ReadWav(files[i], &pcm)) continue;
-        if (format.rate == 0) format = pcm;
-        if (pcm.rate != format.rate || pcm.channels != format.channels || pcm.bits != format.bits) continue;
-        const size_t frameBytes = static_cast<size_t>(format.channels) * format.bits / 8;
-        const double t = i < times.size() ? times[i] : 0;
-        const size_t start = static_cast<size_t>(t * format.rate) * frameBytes;
-        if (mix.size() < start) mix.resize(start, 0);
-        mix.insert(mix.end(), pcm.data.begin(), pcm.data.end());
-    }
-    if (format.rate == 0) return false;
-    std::string out = "RIFF";
-    PutLe(out, static_cast<uint32_t>(36 + mix.size()), 4);
-    out += "WAVEfmt ";
-    PutLe(out, 16, 4);
-    PutLe(out, 1, 2);
-    PutLe(out, format.channels, 2);
-    PutLe(out, format.rate, 4);
-    PutLe(out, format.rate * format.channels * format.bits / 8, 4);
-    PutLe(out, format.channels * format.bits / 8, 2);
-    PutLe(out, format.bits, 2);
-    out += "data";
-    PutLe(out, static_cast<uint32_t>(mix.size()), 4);
-    out.append(mix.begin(), mix.end());
-    return WriteFile(path, out);
-}
-
 std::string CsvField(const std::string& text) {
     if (text.find_first_of(",\"") == std::string::npos) return text;
     std::string out = "\"";
@@ -326,7 +235,6 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
                  const std::vector<std::string>& frames) {
     fs::create_directories(HV_FileUtils::PathFromUtf8(dir));
     std::ostringstream transcript;
-    std::vector<double> speechTimes;
     char time[32];
     size_t pilot = 0; // the pilot's actions go in before what the host recorded at the same time
     for (const TranscriptEntry& e : host.transcript()) {
@@ -337,7 +245,6 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
         }
         std::snprintf(time, sizeof time, "%8.2f", e.simTime);
         transcript << time << "  " << e.kind << "  " << e.text << "\n";
-        if (e.kind == "speech") speechTimes.push_back(e.simTime);
     }
     for (; pilot < summary.pilot.size(); ++pilot) {
         std::snprintf(time, sizeof time, "%8.2f", summary.pilot[pilot].first);
@@ -367,7 +274,7 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
         fs::copy_file(HV_FileUtils::PathFromUtf8(pluginLog), HV_FileUtils::PathFromUtf8(dir + "/Kalvora.log"),
                       fs::copy_options::overwrite_existing);
     std::string summaryText = formatSummary(scenario, summary);
-    if (WriteCrewWav(dir + "/audio", speechTimes, dir + "/crew.wav")) summaryText += "crew audio: crew.wav\n";
+    if (host.writeAudioMix(dir + "/crew.wav")) summaryText += "crew audio: crew.wav\n";
     summaryText += "frames: " + std::to_string(frames.size()) +
                    (frames.empty() ? " (rendered only when OpenGL is available)\n" : "\n");
     WriteFile(dir + "/summary.txt", summaryText);

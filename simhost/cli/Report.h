@@ -14,7 +14,7 @@ namespace simhost::cli {
 bool SpeechSynthesisAvailable();
 
 /// Writes transcript.txt, trace.csv, top-view.svg, top-view.png, Log.txt, Kalvora.log, menus.txt, summary.txt
-/// and, with speech files, crew.wav into dir. frames are the rendered pictures already written.
+/// and, with speech or sound files, crew.wav into dir. frames are the rendered pictures already written.
 void WriteReport(const std::string& dir, const Scenario& scenario, const ScenarioSummary& summary, Host& host,
                  const std::vector<std::string>& frames);
 

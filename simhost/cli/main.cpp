@@ -129,18 +129,16 @@ std::string speechFolder(const Options& o) {
     return o.reportDir.empty() ? Utf8FromPath(fs::absolute(kSpeechFolder)) : o.reportDir + "/audio";
 }
 
-/// Says where the crew's audio went, or why there is none.
+/// Says where the crew's audio (and the sounds plug-ins played) went, or why there is no speech.
 void tellSpeech(const std::string& dir) {
     if (dir.empty()) return;
-    if (!simhost::cli::SpeechSynthesisAvailable()) {
-        std::cout << "speech: espeak-ng is not installed, so nothing was spoken\n";
-        return;
-    }
+    const bool speech = simhost::cli::SpeechSynthesisAvailable();
+    if (!speech) std::cout << "speech: espeak-ng is not installed, so nothing was spoken\n";
     int files = 0;
     std::error_code ec;
     for (const auto& f : fs::directory_iterator(dir, ec))
         files += f.path().extension() == ".wav";
-    std::cout << "speech: " << files << " WAV file(s) in " << dir << "/\n";
+    if (speech || files > 0) std::cout << "speech: " << files << " WAV file(s) in " << dir << "/\n";
 }
 
 /// Installs what the options name into the host's plug-ins folder: the installed files of Kalvora and the
@@ -234,6 +232,9 @@ int run(const Options& o, const Resources& r, const std::vector<TimedAction>& ac
         std::ofstream(PathFromUtf8(o.reportDir + "/transcript.txt")) << transcript.str();
         std::ofstream(PathFromUtf8(o.reportDir + "/Log.txt")) << host.logText();
         std::ofstream(PathFromUtf8(o.reportDir + "/menus.txt")) << host.menuTree();
+        // With --speak: what was said and what the plug-ins played, as one listener heard it.
+        if (!ho.speechWavDir.empty() && host.writeAudioMix(o.reportDir + "/crew.wav"))
+            std::cout << "crew audio: " << o.reportDir << "/crew.wav\n";
         std::cout << "report written to " << o.reportDir << "/\n";
     }
     tellSpeech(ho.speechWavDir);
@@ -331,7 +332,8 @@ int main(int argc, char** argv) {
     app.add_flag("--real-time", o.realTime, "run at wall-clock speed");
     app.add_flag(
         "--speak", o.speak,
-        "speak the crew into WAV files with espeak-ng: <report>/audio/, or ./speech/ without --report");
+        "speak the crew into WAV files with espeak-ng and keep the sounds plug-ins play: <report>/audio/ "
+        "(and <report>/crew.wav, all of it mixed), or ./speech/ without --report");
     app.add_flag("--quiet", o.quiet, "no progress line");
     app.add_flag("--no-world", o.noWorld,
                  "rendered frames show only what plug-ins draw (no apron, no aircraft)");

@@ -45,6 +45,11 @@ bool isSim(const DataRefRec* r) {
     return r->owner == 0;
 }
 
+/// Writable by the plug-in calling now (a few of X-Plane's own take one plug-in's writes only).
+bool writableNow(const DataRefRec* r) {
+    return r->writable && (!r->writerOnly || r->writer == caller());
+}
+
 /// Clips [offset, offset+count) to an array of `size` items; returns the count (>= 0).
 int clip(int size, int offset, int count) {
     if (offset < 0 || count <= 0 || offset >= size) return 0;
@@ -125,7 +130,7 @@ int readArray(void* handle, int typeBit, void* Accessors::*getter, T* out, int o
 template <class Fn, class T>
 void writeArray(void* handle, int typeBit, void* Accessors::*setter, T* in, int offset, int count) {
     DataRefRec* r = live(handle);
-    if (!r || !r->writable || !(r->types & typeBit) || !in) return;
+    if (!r || !writableNow(r) || !(r->types & typeBit) || !in) return;
     if (isSim(r)) {
         growShared(r, r->values, offset, count);
         const int n = clip(static_cast<int>(r->values.size()), offset, count);
@@ -155,7 +160,7 @@ XPLMDataRef XPLMFindDataRef(const char* inDataRefName) {
 
 int XPLMCanWriteDataRef(XPLMDataRef inDataRef) {
     DataRefRec* r = live(inDataRef);
-    return r && r->writable ? 1 : 0;
+    return r && writableNow(r) ? 1 : 0;
 }
 
 int XPLMIsDataRefGood(XPLMDataRef inDataRef) {
@@ -176,9 +181,13 @@ void XPLMGetDataRefsByIndex(int inOffset, int inCount, XPLMDataRef* outDataRefs)
     HostCore* c = core();
     if (!c || !outDataRefs) return;
     makeAllXPlaneDataRefs(*c); // indices are stable from the first listing on
-    int n = clip(static_cast<int>(c->datarefs.size()), inOffset, inCount);
-    for (int i = 0; i < n; ++i)
-        outDataRefs[i] = &c->datarefs[inOffset + i];
+    // Hidden datarefs are not listed, as they are not counted; the listing walks past them.
+    const int n = clip(static_cast<int>(dataRefCount(*c)), inOffset, inCount);
+    int index = 0, filled = 0;
+    for (auto it = c->datarefs.begin(); it != c->datarefs.end() && filled < n; ++it) {
+        if (it->removed) continue;
+        if (index++ >= inOffset) outDataRefs[filled++] = &*it;
+    }
 }
 
 void XPLMGetDataRefInfo(XPLMDataRef inDataRef, XPLMDataRefInfo_t* outInfo) {
@@ -200,7 +209,7 @@ int XPLMGetDatai(XPLMDataRef inDataRef) {
 
 void XPLMSetDatai(XPLMDataRef inDataRef, int inValue) {
     DataRefRec* r = live(inDataRef);
-    if (!r || !r->writable || !(r->types & xplmType_Int)) return;
+    if (!r || !writableNow(r) || !(r->types & xplmType_Int)) return;
     if (isSim(r)) {
         if (!r->values.empty()) r->values[0] = inValue;
         simWrote(r);
@@ -219,7 +228,7 @@ float XPLMGetDataf(XPLMDataRef inDataRef) {
 
 void XPLMSetDataf(XPLMDataRef inDataRef, float inValue) {
     DataRefRec* r = live(inDataRef);
-    if (!r || !r->writable || !(r->types & xplmType_Float)) return;
+    if (!r || !writableNow(r) || !(r->types & xplmType_Float)) return;
     if (isSim(r)) {
         noteNonFinite(r, &inValue, 0, 1);
         if (!r->values.empty()) r->values[0] = inValue;
@@ -239,7 +248,7 @@ double XPLMGetDatad(XPLMDataRef inDataRef) {
 
 void XPLMSetDatad(XPLMDataRef inDataRef, double inValue) {
     DataRefRec* r = live(inDataRef);
-    if (!r || !r->writable || !(r->types & xplmType_Double)) return;
+    if (!r || !writableNow(r) || !(r->types & xplmType_Double)) return;
     if (isSim(r)) {
         noteNonFinite(r, &inValue, 0, 1);
         if (!r->values.empty()) r->values[0] = inValue;
@@ -284,7 +293,7 @@ int XPLMGetDatab(XPLMDataRef inDataRef, void* outValue, int inOffset, int inMaxB
 
 void XPLMSetDatab(XPLMDataRef inDataRef, void* inValue, int inOffset, int inLength) {
     DataRefRec* r = live(inDataRef);
-    if (!r || !r->writable || !(r->types & xplmType_Data) || !inValue) return;
+    if (!r || !writableNow(r) || !(r->types & xplmType_Data) || !inValue) return;
     if (isSim(r)) {
         growShared(r, r->bytes, inOffset, inLength);
         int n = clip(static_cast<int>(r->bytes.size()), inOffset, inLength);
@@ -331,7 +340,7 @@ XPLMDataRef XPLMRegisterDataAccessor(const char* inDataName, XPLMDataTypeID inDa
     r->writable = inIsWritable != 0;
     r->owner = me;
     r->orphaned = false;
-    r->removed = false;
+    setDataRefRemoved(*c, *r, false);
     r->values.clear();
     r->bytes.clear();
     r->onWrite = nullptr;

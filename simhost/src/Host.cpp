@@ -235,6 +235,7 @@ void Host::runFrames(int n) {
         if (!c.paused) worldStep(c, dt);
         runFlightLoops(c, 1);
         c.lastFlightLoopDispatch = c.wallTime;
+        stepTraffic(c);
         stepSounds(c);
         stepMaps(c);
         updateCamera(c);
@@ -436,7 +437,7 @@ bool Host::exists(const std::string& name) {
 }
 
 void Host::removeDataRef(const std::string& name) {
-    if (DataRefRec* r = findDataRefRec(name)) r->removed = true;
+    if (DataRefRec* r = findDataRefRec(name)) setDataRefRemoved(impl_->core, *r, true);
 }
 
 void Host::removeCommand(const std::string& name) {
@@ -475,6 +476,7 @@ void Host::loadScenery() {
 void Host::shiftLocalOrigin(double refLatDeg, double refLonDeg) {
     HostCore& c = impl_->core;
     worldShiftOrigin(c, refLatDeg, refLonDeg);
+    shiftTraffic(c);
     record("world", "local origin moved to " + std::to_string(refLat(c)) + ", " + std::to_string(refLon(c)));
 }
 

@@ -63,6 +63,10 @@ struct DataRefRec {
     std::vector<double> values; ///< X-Plane's own: one value per element (1 for scalars)
     std::string bytes;          ///< X-Plane's own byte blocks (xplmType_Data)
     Accessors acc;
+    /// X-Plane takes writes to this one from a single plug-in for now (the TCAS override datarefs: the
+    /// plug-in holding the AI aircraft), `writer`, or from none when that is -1.
+    bool writerOnly = false;
+    int writer = -1;
     /// Called after X-Plane's own value changed through a write.
     std::function<void(DataRefRec&)> onWrite;
     /// XPLMShareData: the storage grows as plug-ins write, and every sharer hears of each write.
@@ -257,6 +261,17 @@ struct SoundChannelRec {
     bool alive = true;
     void* callback = nullptr; ///< XPLMPCMComplete_f
     void* refcon = nullptr;
+    int clip = -1; ///< its buffer's index in HostCore::audioClips; -1 when no audio folder keeps it
+};
+
+/// A sound kept as a WAV in the audio folder (HostOptions::speechWavDir), for Host::writeAudioMix.
+struct AudioClip {
+    std::string file;
+    double startS = 0; ///< sim seconds when it began
+    double stopS = -1; ///< sim seconds when it was stopped; -1: it played out (or loops to the end)
+    bool loop = false;
+    bool speech = false; ///< an utterance: it waits until the one before it has been said
+    std::vector<std::pair<double, float>> gains; ///< XPLMSetAudioVolume: (sim seconds, gain) from then on
 };
 
 // ------------------------------------------------------------------ maps
@@ -316,6 +331,22 @@ struct WeatherReport {
 };
 
 // ------------------------------------------------------------------ AI planes
+/// Where one aircraft is, in X-Plane's datarefs: the user's, multiplayer plane N's, or (as float[64]
+/// arrays) the TCAS targets'.
+struct PlaneDataRefs {
+    DataRefRec *x = nullptr, *y = nullptr, *z = nullptr;       ///< local metres
+    DataRefRec *lat = nullptr, *lon = nullptr, *el = nullptr;  ///< degrees, metres MSL
+    DataRefRec *psi = nullptr, *the = nullptr, *phi = nullptr; ///< degrees
+    DataRefRec* gear = nullptr;                                ///< deployment ratio (float[10] per plane)
+};
+/// X-Plane's TCAS: its target arrays (index 0 the user, N plane N) and the plug-in override.
+struct TcasDataRefs {
+    PlaneDataRefs targets;
+    std::vector<DataRefRec*> overrideOnly; ///< arrays only the overriding plug-in writes
+    DataRefRec *modeS = nullptr, *count = nullptr, *override = nullptr, *mapOverride = nullptr;
+    bool overridden = false; ///< override_TCAS set: the holder writes the targets, X-Plane stops
+};
+
 struct PlanesState {
     int aiCount = 0;                 ///< AI aircraft besides the user's (Host::setAiAircraftCount)
     int activeCount = 1;             ///< XPLMSetActiveAircraftCount, the user's included
@@ -327,6 +358,10 @@ struct PlanesState {
         void* refcon;
     };
     std::vector<Waiter> waiting; ///< refused XPLMAcquirePlanes calls with a callback
+    /// The traffic datarefs, linked the first time a plug-in looks one up or AI aircraft are set: [0] the
+    /// user's aircraft, [N] multiplayer plane N. Empty before.
+    std::vector<PlaneDataRefs> aircraft;
+    TcasDataRefs tcas;
 };
 
 /// The whole host.
@@ -356,6 +391,7 @@ struct HostCore {
     std::deque<DataRefRec> datarefs;
     std::unordered_map<std::string, DataRefRec*> datarefByName;
     int xplaneDataRefsPending = 0; ///< rows of X-Plane's table (XPlaneTables.h) not made into records yet
+    int datarefsRemoved = 0;       ///< records hidden from plug-ins (version profiles, removeDataRef)
     std::unordered_set<const void*> datarefHandles;
     std::deque<FlightLoopRec> flightLoops; ///< every loop ever made (handles stay valid, dead or alive)
     std::unordered_set<const void*> flightLoopHandles;
@@ -402,6 +438,7 @@ struct HostCore {
     std::unordered_set<const void*> soundHandles;
     std::vector<SoundChannelRec*> soundsPlaying; ///< the live channels, so a frame looks at no finished one
     int soundsWritten = 0;                       ///< PCM buffers written as WAVs into speechWavDir
+    std::vector<AudioClip> audioClips;           ///< every sound and utterance kept in speechWavDir
     MapState maps;
     std::deque<AvionicsRec> avionics;
     std::map<int, DevicePopup> builtInPopups; ///< by XPLMDeviceID
@@ -421,9 +458,17 @@ inline double refLon(const HostCore& c) {
     return c.refLonDeg;
 }
 
-/// Every dataref there is: those with a record and X-Plane's that no one has looked up yet.
+/// Every dataref a plug-in can find: those with a record (less the hidden ones) and X-Plane's that no one
+/// has looked up yet.
 inline size_t dataRefCount(const HostCore& c) {
-    return c.datarefs.size() + static_cast<size_t>(c.xplaneDataRefsPending);
+    return c.datarefs.size() + static_cast<size_t>(c.xplaneDataRefsPending) -
+           static_cast<size_t>(c.datarefsRemoved);
+}
+
+/// Hides a dataref from plug-ins (lookup, count and listing alike) or shows it again.
+inline void setDataRefRemoved(HostCore& c, DataRefRec& r, bool removed) {
+    if (r.removed != removed) c.datarefsRemoved += removed ? 1 : -1;
+    r.removed = removed;
 }
 
 /// The live host's state, or nullptr when no Host exists.
@@ -541,6 +586,11 @@ void drawAvionics(HostCore& c);                                                 
 void dropAvionics(HostCore& c, int pluginId);                                      // Avionics.cpp
 void listAvionics(const HostCore& c, int pluginId, std::vector<std::string>& out); // Avionics.cpp
 void dropPlanes(HostCore& c, int pluginId);                                        // Planes.cpp
+bool isTrafficDataRef(const std::string& name);                                    // Planes.cpp
+void linkTraffic(HostCore& c);                                                     // Planes.cpp
+void aiCountChanged(HostCore& c, int previousCount);                               // Planes.cpp
+void stepTraffic(HostCore& c);                                                     // Planes.cpp
+void shiftTraffic(HostCore& c);                                                    // Planes.cpp
 NavState& navDatabase(HostCore& c);                                                // Navigation.cpp
 } // namespace simhost::detail
 

@@ -10,6 +10,7 @@ using namespace detail;
 
 void Host::setAiAircraftCount(int count) {
     HostCore& c = *core();
+    const int previous = c.planes.aiCount;
     c.planes.aiCount = std::max(0, std::min(count, kMaxAiAircraft));
     c.planes.activeCount = std::min(c.planes.activeCount, 1 + c.planes.aiCount);
     if (c.planes.holder < 0) c.planes.activeCount = 1 + c.planes.aiCount;
@@ -17,6 +18,7 @@ void Host::setAiAircraftCount(int count) {
         c.planes.models.resize(static_cast<size_t>(1 + c.planes.aiCount));
     else if (c.planes.holder >= 0)
         c.planes.models.resize(static_cast<size_t>(1 + c.planes.aiCount));
+    aiCountChanged(c, previous);
 }
 
 void Host::setWeather(const Weather& weather) {

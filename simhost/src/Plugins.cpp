@@ -398,7 +398,10 @@ void sendToPlugin(int to, int message, void* param, int from) {
 void announceNewDataRefs(HostCore& c) {
     // At most once per frame, to the plug-ins that asked for it, with the new total count.
     const size_t total = dataRefCount(c);
-    if (total <= c.datarefsAnnounced) return;
+    if (total <= c.datarefsAnnounced) {
+        c.datarefsAnnounced = total; // a hidden dataref lowers the count the next new one is told against
+        return;
+    }
     c.datarefsAnnounced = total;
     int count = static_cast<int>(total);
     constexpr int kMsgDataRefsAdded = 114;

@@ -165,7 +165,9 @@ DataRefRec* makeXPlaneDataRef(HostCore& c, const std::string& name) {
     const XPlaneDataRefRow* row = findXPlaneDataRef(name.c_str());
     if (!row || c.datarefByName.count(name)) return nullptr;
     --c.xplaneDataRefsPending;
-    return &addRecord(c, name, row->types, row->size, row->writable);
+    DataRefRec& r = addRecord(c, name, row->types, row->size, row->writable);
+    if (isTrafficDataRef(name)) linkTraffic(c); // the AI aircraft's datarefs live together
+    return &r;
 }
 
 void makeAllXPlaneDataRefs(HostCore& c) {
@@ -180,7 +182,7 @@ void installSimDataRefs(HostCore& c) {
         DataRefRec& r = addRecord(c, d.name, d.types, d.size, d.writable);
         if (!(d.types & xplmType_Data)) std::fill(r.values.begin(), r.values.end(), d.initial);
         // Names this version does not have stay unreachable, as if X-Plane never had them.
-        r.removed = !availableOn(d.avail, version);
+        setDataRefRemoved(c, r, !availableOn(d.avail, version));
         if (findXPlaneDataRef(d.name)) --c.xplaneDataRefsPending; // this definition stands for the row
     }
     // Hosts before 8.00 had the gear arrays with the nose and main gear at 67 and 68.
@@ -190,7 +192,7 @@ void installSimDataRefs(HostCore& c) {
                               "sim/aircraft/parts/acf_gear_tirrad"}) {
             DataRefRec* r = c.datarefByName[n];
             r->values.assign(kOldGearArraySize, 0.0);
-            r->removed = false;
+            setDataRefRemoved(c, *r, false);
         }
     }
     // X-Plane 9 had eight engines' worth of arrays.

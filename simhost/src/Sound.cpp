@@ -3,15 +3,15 @@
 // transcript (kind "sound"), a channel ends when its buffer has played out on
 // the host's wall clock (never when it loops), and its completion callback
 // runs then or when it is stopped. With HostOptions::speechWavDir set, every
-// 16-bit buffer played is also written there as sound-NNN.wav.
+// 16-bit buffer played is also written there as sound-NNN.wav, and its play,
+// stop and volume changes are kept for the run's audio mix (AudioMix.cpp).
 #include "HostInternal.h"
+#include "Wav.h"
 
 #include "XPLMSound.h"
-#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 
 namespace simhost::detail {
 namespace {
@@ -44,42 +44,16 @@ std::string name(const SoundChannelRec& ch) {
     return "channel " + std::to_string(ch.id);
 }
 
-/// Ends a channel; its owner hears of it unless the owner is gone.
-void finish(SoundChannelRec& ch, bool tell) {
+/// Ends a channel; its owner hears of it unless the owner is gone. Stopped before it played out, it
+/// stops in the mix too.
+void finish(SoundChannelRec& ch, bool tell, bool early) {
     ch.alive = false;
+    HostCore* c = core();
+    if (early && c && ch.clip >= 0) c->audioClips[static_cast<size_t>(ch.clip)].stopS = c->simTime;
     if (!tell || !ch.callback || !pluginActive(ch.owner)) return;
     auto fn = reinterpret_cast<XPLMPCMComplete_f>(ch.callback);
     void* refcon = ch.refcon;
     callInto(ch.owner, "sound completion", [&] { fn(refcon, FMOD_OK); });
-}
-
-void put32(std::ofstream& f, uint32_t v) {
-    const char b[4] = {char(v), char(v >> 8), char(v >> 16), char(v >> 24)};
-    f.write(b, 4);
-}
-void put16(std::ofstream& f, uint16_t v) {
-    const char b[2] = {char(v), char(v >> 8)};
-    f.write(b, 2);
-}
-
-/// Writes 16-bit PCM as a WAV file. False when the file cannot be written.
-bool writeWav(const std::string& path, const void* pcm, uint32_t bytes, int rateHz, int channels) {
-    std::ofstream f(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
-    if (!f) return false;
-    f.write("RIFF", 4);
-    put32(f, 36 + bytes);
-    f.write("WAVEfmt ", 8);
-    put32(f, 16); // fmt chunk size
-    put16(f, 1);  // PCM
-    put16(f, static_cast<uint16_t>(channels));
-    put32(f, static_cast<uint32_t>(rateHz));
-    put32(f, static_cast<uint32_t>(rateHz * channels * kBytesPerSample));
-    put16(f, static_cast<uint16_t>(channels * kBytesPerSample));
-    put16(f, 8 * kBytesPerSample);
-    f.write("data", 4);
-    put32(f, bytes);
-    f.write(static_cast<const char*>(pcm), bytes);
-    return static_cast<bool>(f);
 }
 
 FMOD_RESULT change(void* handle, const std::string& what) {
@@ -104,7 +78,7 @@ void stepSounds(HostCore& c) {
     for (SoundChannelRec* ch : playing)
         if (ch->alive && !ch->loop && c.wallTime >= ch->endsAt) {
             record("sound", name(*ch) + " ended");
-            finish(*ch, true);
+            finish(*ch, true, false);
         }
     c.soundsPlaying.erase(std::remove_if(c.soundsPlaying.begin(), c.soundsPlaying.end(),
                                          [](const SoundChannelRec* ch) { return !ch->alive; }),
@@ -113,7 +87,7 @@ void stepSounds(HostCore& c) {
 
 void dropSounds(HostCore& c, int pluginId) {
     for (SoundChannelRec& ch : c.sounds)
-        if (ch.alive && ch.owner == pluginId) finish(ch, false);
+        if (ch.alive && ch.owner == pluginId) finish(ch, false, true);
 }
 
 } // namespace simhost::detail
@@ -151,8 +125,13 @@ FMOD_CHANNEL* XPLMPlayPCMOnBus(void* audioBuffer, uint32_t bufferSize, FMOD_SOUN
     if (!c->opt.speechWavDir.empty()) {
         char file[32];
         std::snprintf(file, sizeof file, "sound-%03d.wav", ++c->soundsWritten);
-        if (!writeWav(c->opt.speechWavDir + "/" + file, audioBuffer, bufferSize, freqHz, numChannels))
-            writeLog("simhost: could not write " + c->opt.speechWavDir + "/" + file + "\n");
+        const std::string path = c->opt.speechWavDir + "/" + file;
+        if (writeWav(path, audioBuffer, bufferSize, freqHz, numChannels)) {
+            ch.clip = static_cast<int>(c->audioClips.size());
+            c->audioClips.push_back({path, c->simTime, -1, ch.loop, false, {}});
+        } else {
+            writeLog("simhost: could not write " + path + "\n");
+        }
     }
     return &ch;
 }
@@ -161,7 +140,7 @@ FMOD_RESULT XPLMStopAudio(FMOD_CHANNEL* fmod_channel) {
     SoundChannelRec* ch = channel(fmod_channel);
     if (!ch) return kFmodErrInvalidHandle;
     record("sound", name(*ch) + " stopped");
-    finish(*ch, true);
+    finish(*ch, true, true);
     return FMOD_OK;
 }
 
@@ -178,6 +157,10 @@ FMOD_RESULT XPLMSetAudioFadeDistance(FMOD_CHANNEL* fmod_channel, float min_fade_
 }
 
 FMOD_RESULT XPLMSetAudioVolume(FMOD_CHANNEL* fmod_channel, float source_volume) {
+    SoundChannelRec* ch = channel(fmod_channel);
+    HostCore* c = core();
+    if (ch && ch->clip >= 0 && c)
+        c->audioClips[static_cast<size_t>(ch->clip)].gains.emplace_back(c->simTime, source_volume);
     return change(fmod_channel, "volume " + num(source_volume));
 }
 

@@ -209,7 +209,10 @@ void XPLMSpeakString(const char* inString) {
             n += e.kind == "speech" ? 1 : 0;
         char name[32];
         std::snprintf(name, sizeof name, "speech-%03d.wav", n);
-        if (!speakToWav(text, c->opt.speechWavDir + "/" + name))
+        const std::string path = c->opt.speechWavDir + "/" + name;
+        if (speakToWav(text, path))
+            c->audioClips.push_back({path, c->simTime, -1, false, true, {}});
+        else
             writeLog("simhost: could not speak into " + c->opt.speechWavDir + " (is espeak-ng installed?)\n");
     }
 }

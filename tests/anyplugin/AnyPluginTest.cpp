@@ -1,6 +1,7 @@
 // The four test plug-ins, each loaded into a fresh simhost and driven as a
 // user would (commands, clicks, the map), checked against what the SDK says
 // happens, through what they publish and simhost's control API.
+#include "XPLMDataAccess.h"
 #include "XPLMMap.h"
 #include "XPLMNavigation.h"
 #include "XPLMPlanes.h"
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -57,38 +59,94 @@ int controller() {
     return who;
 }
 
-TEST_F(AnyPlugin, TrafficWaitsForThePlanesTakesThemWhenFreedAndProbesTheGroundUnderThem) {
+TEST_F(AnyPlugin, TrafficSeesTheParkedAircraftTakesThemWhenFreedFliesThemAndOverridesTheTcas) {
     start();
     host->setAiAircraftCount(3);
+    const std::string plane = "sim/multiplayer/position/plane", tcas = "sim/cockpit2/tcas/targets/position/";
+    const std::string override = "sim/operation/override/override_TCAS";
+    const double apronM = host->options().startElevationM;
+    // X-Plane's AI aircraft stand parked in a row north of the apron, 80 m apart, and its TCAS sees them.
+    EXPECT_DOUBLE_EQ(host->getf(plane + "2_x") - host->getf(plane + "1_x"), 80);
+    EXPECT_DOUBLE_EQ(host->getf(plane + "3_z"), -150);
+    EXPECT_DOUBLE_EQ(host->getf(plane + "3_y"), apronM + 3);
+    EXPECT_EQ(host->getf(plane + "3_psi"), 180);
+    EXPECT_EQ(host->getf(plane + "4_y"), 0); // no fourth one
+    EXPECT_GT(host->getf(plane + "1_lat"), host->options().startLatDeg);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "x", 2), host->getf(plane + "2_x"));
+    EXPECT_FLOAT_EQ(host->getf(tcas + "lat", 3), host->getf(plane + "3_lat"));
+    EXPECT_EQ(host->geti("sim/cockpit2/tcas/indicators/tcas_num_acf"), 4); // the user's and the three
+    host->set("sim/flightmodel/position/local_x", 25);
+    host->runFrames(1);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "x", 0), 25); // the user's aircraft is target 0
+
     ASSERT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1); // another plug-in holds them first
     const int traffic = load(ANYPLUGIN_Traffic);
     EXPECT_EQ(host->geti("traffic/acquired"), 0);
     EXPECT_TRUE(logged("Traffic: the aircraft are taken, waiting"));
     EXPECT_EQ(controller(), me);
+    host->runFrames(2);
+    EXPECT_FLOAT_EQ(host->getf("traffic/lowest_agl"), 3); // it reads where they stand
 
     XPLMReleasePlanes(); // the waiting plug-in hears of it and takes them
     EXPECT_EQ(host->geti("traffic/acquired"), 1);
-    EXPECT_EQ(host->geti("traffic/planes"), 4); // the user's and the three AI aircraft
+    EXPECT_EQ(host->geti("traffic/planes"), 4);
     EXPECT_TRUE(logged("Traffic: got 4 aircraft (controller " + std::to_string(traffic) + " is me: 1)"));
     EXPECT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(host->geti("traffic/tcas_override"), 1); // the holder may override the TCAS
 
     host->runFrames(3);
-    const double userAboveApronM =
-        host->getf("sim/flightmodel/position/local_y") - host->options().startElevationM;
+    const double userAboveApronM = host->getf("sim/flightmodel/position/local_y") - apronM;
     EXPECT_NEAR(host->getf("traffic/lowest_agl"), userAboveApronM + 300, 0.1); // the lowest flies 300 m up
+    EXPECT_NEAR(host->getf(plane + "1_el"), host->getf(plane + "1_y"), 0.01);  // the place follows x, y, z
+    EXPECT_NEAR(host->getf(plane + "1_lat"),
+                host->getf("sim/flightmodel/position/lat_ref") - host->getf(plane + "1_z") / 111195, 1e-5);
+    EXPECT_EQ(host->geti("sim/cockpit2/tcas/indicators/tcas_num_acf"), 4); // its targets with a Mode S ID
     EXPECT_EQ(host->registrations(traffic).back(), "AI aircraft");
+    // Nobody else touches the override or the targets under it.
+    XPLMDataRef overrideRef = XPLMFindDataRef(override.c_str()),
+                targetX = XPLMFindDataRef((tcas + "x").c_str());
+    EXPECT_EQ(XPLMCanWriteDataRef(overrideRef), 0);
+    XPLMSetDatai(overrideRef, 0);
+    float here = 1;
+    XPLMSetDatavf(targetX, &here, 1, 1);
+    EXPECT_EQ(host->geti(override), 1);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "x", 1), host->getf(plane + "1_x"));
 
-    host->disablePlugin(traffic); // it lets them go
+    host->disablePlugin(traffic); // it lets them go: the override ends and the AI parks them again
     EXPECT_EQ(controller(), XPLM_NO_PLUGIN_ID);
+    EXPECT_EQ(host->geti(override), 0);
+    EXPECT_DOUBLE_EQ(host->getf(plane + "1_y"), apronM + 3);
+    EXPECT_FLOAT_EQ(host->getf(tcas + "y", 1), host->getf(plane + "1_y"));
     EXPECT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1);
+    EXPECT_EQ(XPLMCanWriteDataRef(overrideRef), 1);
+
+    // When the local frame moves, every aircraft keeps its place in the world.
+    const double lat = host->getf(plane + "2_lat"), z = host->getf(plane + "2_z");
+    host->shiftLocalOrigin(host->options().startLatDeg + 0.01, host->options().startLonDeg);
+    EXPECT_NEAR(host->getf(plane + "2_lat"), lat, 1e-6);
+    EXPECT_NEAR(host->getf(plane + "2_z") - z, 1112, 5); // 0.01 degree further south of the new origin
 }
 
 TEST_F(AnyPlugin, CockpitHelperReadsItsIniAndItsDecoratedWindowsStackDragAndResize) {
     start();
-    // The ini sits next to the .xpl (the flat layout: in Resources/plugins).
-    std::ofstream(host->sandbox() + "Resources/plugins/CockpitHelper.ini")
-        << "title = Ground checklist\nwidth = 320\nheight = oops\n";
-    const int helper = load(ANYPLUGIN_CockpitHelper);
+    // Released as a fat plug-in: CockpitHelper/lin_x64/CockpitHelper.xpl with its ini in CockpitHelper/,
+    // started as X-Plane starts what it finds in Resources/plugins.
+    const fs::path release = fs::temp_directory_path() / ("anyplugin-helper-" + std::to_string(getpid()));
+    fs::create_directories(release);
+    std::ofstream(release / "CockpitHelper.ini") << "title = Ground checklist\nwidth = 320\nheight = oops\n";
+    const std::string xpl =
+        host->installPlugin(ANYPLUGIN_CockpitHelper, release.string(), simhost::PluginLayout::Fat);
+    fs::remove_all(release);
+    const std::string folder = host->sandbox() + "Resources/plugins/CockpitHelper/";
+    EXPECT_EQ(fs::path(xpl).parent_path().parent_path(),
+              fs::path(folder).parent_path()); // in <platform>_x64/
+    const std::vector<int> started = host->startInstalledPlugins();
+    ASSERT_EQ(started.size(), 1u);
+    const int helper = started[0];
+    // It found its folder from the path XPLMGetPluginInfo gave it.
+    EXPECT_TRUE(logged("CockpitHelper: bad height in " + folder + "CockpitHelper.ini"));
+    EXPECT_TRUE(
+        logged("CockpitHelper: settings from " + folder + "CockpitHelper.ini: 'Ground checklist' 320x200"));
     ASSERT_TRUE(host->runCommand("cockpit_helper/toggle_window"));
     ASSERT_EQ(host->windows().size(), 1u);
     simhost::WindowInfo w = host->windows()[0];
@@ -186,34 +244,71 @@ TEST_F(AnyPlugin, NavigationProgramsAndWalksTheFmsAndMarksNavaidsOnTheMap) {
     EXPECT_TRUE(host->mapMarks().empty());
 }
 
-TEST_F(AnyPlugin, SoundPlaysOutLoopsUntilStoppedAndReportsEveryCompletion) {
+/// The largest sample magnitude of a mono 16-bit WAV in [fromS, toS).
+int peak(const std::string& wav, double fromS, double toS) {
+    std::ifstream in(wav, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    constexpr size_t kHeaderBytes = 44;
+    constexpr double kRateHz = 22050;
+    int most = 0;
+    for (size_t i = static_cast<size_t>(fromS * kRateHz); i < static_cast<size_t>(toS * kRateHz); ++i) {
+        const size_t at = kHeaderBytes + 2 * i;
+        if (at + 1 >= bytes.size()) break;
+        const int v = static_cast<int16_t>(static_cast<unsigned char>(bytes[at]) | bytes[at + 1] << 8);
+        most = std::max(most, std::abs(v));
+    }
+    return most;
+}
+
+TEST_F(AnyPlugin, SoundPlaysOutLoopsUntilStoppedReportsEveryCompletionAndIsMixedAsPlayed) {
     const fs::path audio = fs::temp_directory_path() / ("anyplugin-sound-" + std::to_string(getpid()));
     fs::create_directories(audio);
     simhost::HostOptions options;
     options.speechWavDir = audio.string();
     start(options);
     load(ANYPLUGIN_Sound);
+    const double chimeS = host->simTime();
     host->runCommand("sound/chime");
     EXPECT_EQ(host->geti("sound/completions"), 0);
     host->runFor(0.6); // the chime is 0.5 s long
     EXPECT_EQ(host->geti("sound/completions"), 1);
 
+    const double humS = host->simTime();
     host->runCommand("sound/hum_start");
-    host->runFor(2); // a looping channel never plays out
+    host->runFor(0.4);
+    const double secondChimeS = host->simTime();
+    host->runCommand("sound/chime"); // over the hum
+    host->runFor(1.6);               // a looping channel never plays out
     EXPECT_EQ(host->geti("sound/hum_playing"), 1);
-    EXPECT_EQ(host->geti("sound/completions"), 1);
+    EXPECT_EQ(host->geti("sound/completions"), 2);
+    const double stopS = host->simTime();
     host->runCommand("sound/hum_stop");
-    EXPECT_EQ(host->geti("sound/completions"), 2); // stopping tells the plug-in too
+    EXPECT_EQ(host->geti("sound/completions"), 3); // stopping tells the plug-in too
     EXPECT_EQ(host->geti("sound/hum_playing"), 0);
     EXPECT_EQ(
         host->transcriptTexts("sound"),
         (std::vector<std::string>{"channel 1 play on interior: 22050 Hz, 1 ch, 0.5 s", "channel 1 ended",
                                   "channel 2 play on exterior aircraft: 22050 Hz, 1 ch, 0.2 s, looping",
                                   "channel 2 position 0 2 0 m, velocity 0 0 0 m/s", "channel 2 volume 0.5",
+                                  "channel 3 play on interior: 22050 Hz, 1 ch, 0.5 s", "channel 3 ended",
                                   "channel 2 stopped"}));
     // Each buffer went into the audio folder as a WAV: a 44-byte header and the PCM.
     EXPECT_EQ(fs::file_size(audio / "sound-001.wav"), 44u + 22050u);
     EXPECT_EQ(fs::file_size(audio / "sound-002.wav"), 44u + 8820u);
+
+    // The mix: each sound at the time it was played, the hum at half volume, looping until it was stopped,
+    // the second chime added on top of it.
+    host->runFor(0.5); // the run goes on after the hum stopped
+    const std::string mix = (audio / "mix.wav").string();
+    ASSERT_TRUE(host->writeAudioMix(mix));
+    constexpr int kChime = 8000, kHum = 4000, kSlack = 100; // the plug-in's amplitudes: 8000, and 8000 at 0.5
+    constexpr double kEdgeS = 0.01;
+    EXPECT_EQ(fs::file_size(mix), 44u + 2u * static_cast<size_t>(std::llround(stopS * 22050)));
+    EXPECT_NEAR(peak(mix, chimeS, chimeS + 0.5), kChime, kSlack);
+    EXPECT_EQ(peak(mix, chimeS + 0.5 + kEdgeS, humS), 0);
+    EXPECT_NEAR(peak(mix, humS, secondChimeS), kHum, kSlack);
+    EXPECT_GT(peak(mix, secondChimeS + kEdgeS, secondChimeS + 0.5 - kEdgeS), kChime + kHum * 9 / 10);
+    EXPECT_NEAR(peak(mix, secondChimeS + 0.5 + kEdgeS, stopS), kHum, kSlack);
     fs::remove_all(audio);
 }
 

@@ -12,6 +12,7 @@
 #include "XPLMProcessing.h"
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -31,16 +32,13 @@ int gClicks = 0, gToggles = 0, gDetailsInFront = 0;
 XPLMDataRef gPublished[3] = {};
 
 /// The folder of the plug-in's ini: the .xpl's folder, or its parent when that is a platform folder.
-std::string pluginFolder() {
+std::filesystem::path pluginFolder() {
     char path[512] = {};
     XPLMGetPluginInfo(XPLMGetMyID(), nullptr, path, nullptr, nullptr);
-    std::string dir(path);
-    dir.erase(dir.find_last_of('/') + 1);
-    for (const char* platform : {"lin_x64/", "64/"}) {
-        const std::string tail = std::string("/") + platform;
-        if (dir.size() > tail.size() && dir.compare(dir.size() - tail.size(), tail.size(), tail) == 0)
-            dir.erase(dir.size() - std::strlen(platform));
-    }
+    std::filesystem::path dir = std::filesystem::path(path).parent_path();
+    const std::string platform = dir.filename().string();
+    if (platform == "lin_x64" || platform == "win_x64" || platform == "mac_x64" || platform == "64")
+        dir = dir.parent_path();
     return dir;
 }
 
@@ -122,7 +120,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     std::strcpy(outName, "CockpitHelper");
     std::strcpy(outSig, "anyplugin.test.cockpit_helper");
     std::strcpy(outDesc, "a decorated window, its own command and an ini file");
-    const std::string ini = pluginFolder() + "CockpitHelper.ini";
+    const std::string ini = (pluginFolder() / "CockpitHelper.ini").string();
     gSettings = readSettings(ini);
     logLine("CockpitHelper: settings from %s: '%s' %dx%d", ini.c_str(), gSettings.title.c_str(),
             gSettings.width, gSettings.height);

@@ -1,9 +1,12 @@
-// A TCAS-style plug-in: it takes the AI aircraft (XPLMAcquirePlanes, waiting
-// for them when another plug-in holds them), flies them in a circle around the
-// user, and probes the terrain under each one to know its height above ground.
+// A TCAS-style plug-in: it watches the traffic X-Plane has, reading each active
+// aircraft's place from the multiplayer datarefs and probing the terrain under
+// it, and it takes the AI aircraft (XPLMAcquirePlanes, waiting for them when
+// another plug-in holds them) to fly them in a circle above the user, showing
+// them to X-Plane's TCAS through the override as a traffic plug-in does.
 // Published: traffic/acquired (0/1), traffic/planes (active aircraft, the
 // user's included), traffic/lowest_agl (metres above the probed ground of the
-// lowest AI aircraft).
+// lowest other aircraft), traffic/tcas_override (what override_TCAS reads
+// after it set it).
 #include "PluginSupport.h"
 
 #include "XPLMPlanes.h"
@@ -13,39 +16,48 @@
 
 #include <cmath>
 #include <cstring>
+#include <string>
 
 using namespace plugin_support;
 
 namespace {
 
+constexpr int kPlanes = 20; ///< X-Plane's multiplayer planes 1..19, and the user's at 0
 constexpr float kCircleRadiusM = 2000;
 constexpr float kBaseHeightM = 300; ///< the first AI aircraft's height above the user's, metres
 constexpr float kHeightStepM = 150; ///< each next one flies this much higher
 constexpr float kRadPerSecond = 0.05f;
+constexpr int kModeSBase = 0xAB0000; ///< the Mode S IDs it gives its aircraft: this + plane number
 
-int gAcquired = 0, gPlanes = 0;
+int gAcquired = 0, gPlanes = 0, gTcasOverride = 0;
 float gLowestAgl = -1;
 float gClock = 0; ///< seconds since the planes were taken
 XPLMProbeRef gProbe = nullptr;
 XPLMDataRef gUserX = nullptr, gUserY = nullptr, gUserZ = nullptr;
-XPLMDataRef gPublished[3] = {};
+XPLMDataRef gPlaneX[kPlanes] = {}, gPlaneY[kPlanes] = {}, gPlaneZ[kPlanes] = {};
+XPLMDataRef gOverride = nullptr, gModeS = nullptr, gTargetX = nullptr, gTargetY = nullptr, gTargetZ = nullptr;
+XPLMDataRef gPublished[4] = {};
 
 void available(void*);
 
 void take() {
-    if (XPLMAcquirePlanes(nullptr, available, nullptr)) {
-        gAcquired = 1;
-        int total = 0, active = 0;
-        XPLMPluginID controller = XPLM_NO_PLUGIN_ID;
-        XPLMCountAircraft(&total, &active, &controller);
-        XPLMSetActiveAircraftCount(total);
-        XPLMCountAircraft(&total, &active, &controller);
-        gPlanes = active;
-        logLine("Traffic: got %d aircraft (controller %d is me: %d)", active, controller,
-                controller == XPLMGetMyID());
-    } else {
+    if (!XPLMAcquirePlanes(nullptr, available, nullptr)) {
         logLine("Traffic: the aircraft are taken, waiting");
+        return;
     }
+    gAcquired = 1;
+    int total = 0, active = 0;
+    XPLMPluginID controller = XPLM_NO_PLUGIN_ID;
+    XPLMCountAircraft(&total, &active, &controller);
+    XPLMSetActiveAircraftCount(total);
+    XPLMCountAircraft(&total, &active, &controller);
+    gPlanes = active;
+    for (int i = 1; i < active; ++i)
+        XPLMDisableAIForPlane(i);
+    XPLMSetDatai(gOverride, 1);
+    gTcasOverride = XPLMGetDatai(gOverride);
+    logLine("Traffic: got %d aircraft (controller %d is me: %d)", active, controller,
+            controller == XPLMGetMyID());
 }
 
 void available(void*) {
@@ -53,21 +65,41 @@ void available(void*) {
     take();
 }
 
-/// Moves each AI aircraft on its circle and probes the ground beneath it.
-float fly(float elapsed, float, int, void*) {
-    if (!gAcquired) return 1;
+/// Places its AI aircraft on their circle, in the multiplayer datarefs and as TCAS targets.
+void fly(float elapsed) {
     gClock += elapsed;
     const double ux = XPLMGetDatad(gUserX), uy = XPLMGetDatad(gUserY), uz = XPLMGetDatad(gUserZ);
-    float lowest = -1;
-    for (int i = 1; i < gPlanes; ++i) {
+    for (int i = 1; i < gPlanes && i < kPlanes; ++i) {
         const float a = gClock * kRadPerSecond + i;
-        const float x = static_cast<float>(ux) + kCircleRadiusM * std::cos(a);
-        const float z = static_cast<float>(uz) + kCircleRadiusM * std::sin(a);
-        const float y = static_cast<float>(uy) + kBaseHeightM + kHeightStepM * (i - 1);
+        float x = static_cast<float>(ux) + kCircleRadiusM * std::cos(a);
+        float z = static_cast<float>(uz) + kCircleRadiusM * std::sin(a);
+        float y = static_cast<float>(uy) + kBaseHeightM + kHeightStepM * (i - 1);
+        XPLMSetDatad(gPlaneX[i], x);
+        XPLMSetDatad(gPlaneY[i], y);
+        XPLMSetDatad(gPlaneZ[i], z);
+        int id = kModeSBase + i;
+        XPLMSetDatavi(gModeS, &id, i, 1);
+        XPLMSetDatavf(gTargetX, &x, i, 1);
+        XPLMSetDatavf(gTargetY, &y, i, 1);
+        XPLMSetDatavf(gTargetZ, &z, i, 1);
+    }
+}
+
+/// Each frame: fly its aircraft when it has them, then watch every active aircraft where X-Plane says it is.
+float watch(float elapsed, float, int, void*) {
+    if (gAcquired) fly(elapsed);
+    int total = 0, active = 0;
+    XPLMPluginID controller = XPLM_NO_PLUGIN_ID;
+    XPLMCountAircraft(&total, &active, &controller);
+    float lowest = -1;
+    for (int i = 1; i < active && i < kPlanes; ++i) {
+        const double x = XPLMGetDatad(gPlaneX[i]), y = XPLMGetDatad(gPlaneY[i]), z = XPLMGetDatad(gPlaneZ[i]);
         XPLMProbeInfo_t info{};
         info.structSize = sizeof info;
-        if (XPLMProbeTerrainXYZ(gProbe, x, y, z, &info) != xplm_ProbeHitTerrain) continue;
-        const float agl = y - info.locationY;
+        if (XPLMProbeTerrainXYZ(gProbe, static_cast<float>(x), static_cast<float>(y), static_cast<float>(z),
+                                &info) != xplm_ProbeHitTerrain)
+            continue;
+        const float agl = static_cast<float>(y) - info.locationY;
         if (lowest < 0 || agl < lowest) lowest = agl;
     }
     gLowestAgl = lowest;
@@ -79,20 +111,35 @@ float fly(float elapsed, float, int, void*) {
 PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     std::strcpy(outName, "Traffic");
     std::strcpy(outSig, "anyplugin.test.traffic");
-    std::strcpy(outDesc, "takes the AI aircraft and watches their height above the ground");
+    std::strcpy(outDesc, "watches the traffic, takes the AI aircraft and shows them to the TCAS");
     gUserX = XPLMFindDataRef("sim/flightmodel/position/local_x");
     gUserY = XPLMFindDataRef("sim/flightmodel/position/local_y");
     gUserZ = XPLMFindDataRef("sim/flightmodel/position/local_z");
+    bool found = gUserX && gUserY && gUserZ;
+    for (int i = 1; i < kPlanes; ++i) {
+        const std::string plane = "sim/multiplayer/position/plane" + std::to_string(i) + "_";
+        gPlaneX[i] = XPLMFindDataRef((plane + "x").c_str());
+        gPlaneY[i] = XPLMFindDataRef((plane + "y").c_str());
+        gPlaneZ[i] = XPLMFindDataRef((plane + "z").c_str());
+        found = found && gPlaneX[i] && gPlaneY[i] && gPlaneZ[i];
+    }
+    gOverride = XPLMFindDataRef("sim/operation/override/override_TCAS");
+    gModeS = XPLMFindDataRef("sim/cockpit2/tcas/targets/modeS_id");
+    gTargetX = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/x");
+    gTargetY = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/y");
+    gTargetZ = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/z");
+    found = found && gOverride && gModeS && gTargetX && gTargetY && gTargetZ;
     gPublished[0] = publishInt("traffic/acquired", &gAcquired);
     gPublished[1] = publishInt("traffic/planes", &gPlanes);
     gPublished[2] = publishFloat("traffic/lowest_agl", &gLowestAgl);
+    gPublished[3] = publishInt("traffic/tcas_override", &gTcasOverride);
     gProbe = XPLMCreateProbe(xplm_ProbeY);
-    XPLMRegisterFlightLoopCallback(fly, -1, nullptr);
-    return gUserX && gUserY && gUserZ ? 1 : 0;
+    XPLMRegisterFlightLoopCallback(watch, -1, nullptr);
+    return found ? 1 : 0;
 }
 
 PLUGIN_API void XPluginStop(void) {
-    XPLMUnregisterFlightLoopCallback(fly, nullptr);
+    XPLMUnregisterFlightLoopCallback(watch, nullptr);
     XPLMDestroyProbe(gProbe);
     for (XPLMDataRef r : gPublished)
         XPLMUnregisterDataAccessor(r);
@@ -107,6 +154,7 @@ PLUGIN_API void XPluginDisable(void) {
     if (gAcquired) XPLMReleasePlanes();
     gAcquired = 0;
     gPlanes = 0;
+    gTcasOverride = 0;
 }
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID, int, void*) {}

@@ -3,8 +3,11 @@
 #include "SimhostFixture.h"
 
 #include "XPLMDataAccess.h"
+#include "XPLMPlanes.h"
 #include "XPLMPlugin.h"
 
+#include <algorithm>
+#include <cstring>
 #include <map>
 
 namespace {
@@ -46,28 +49,33 @@ int listedTypes(const std::string& type, int* size) {
     return base == "int" ? xplmType_IntArray : base == "float" ? xplmType_FloatArray : xplmType_Data;
 }
 
-/// Writes a value as a plug-in (the last element of an array) and says whether it reads back.
+/// Writes a value as a plug-in (the last element of an array) and says whether it reads back. Each call
+/// writes another number, so that a read-only dataref derived from one written before does not read back
+/// as if it took the write.
 bool writeSticks(XPLMDataRef r, int types, int size) {
+    static int calls = 0;
+    const int n = 7 + ++calls;
     if (types & xplmType_Double) {
-        XPLMSetDatad(r, 7.25);
-        return XPLMGetDataf(r) == 7.25f && XPLMGetDatad(r) == 7.25; // X-Plane's doubles read as floats too
+        const double v = n + 0.25;
+        XPLMSetDatad(r, v);
+        return XPLMGetDataf(r) == static_cast<float>(v) && XPLMGetDatad(r) == v; // doubles read as floats too
     }
     if (types & xplmType_Float) {
-        XPLMSetDataf(r, 7.5f);
-        return XPLMGetDataf(r) == 7.5f;
+        XPLMSetDataf(r, n + 0.5f);
+        return XPLMGetDataf(r) == n + 0.5f;
     }
     if (types & xplmType_Int) {
-        XPLMSetDatai(r, 7);
-        return XPLMGetDatai(r) == 7;
+        XPLMSetDatai(r, n);
+        return XPLMGetDatai(r) == n;
     }
     if (size == 0) return false;
     if (types & xplmType_FloatArray) {
-        float v = 7.5f, out = 0;
+        float v = n + 0.5f, out = 0;
         XPLMSetDatavf(r, &v, size - 1, 1);
         return XPLMGetDatavf(r, &out, size - 1, 1) == 1 && out == v;
     }
     if (types & xplmType_IntArray) {
-        int v = 7, out = 0;
+        int v = n, out = 0;
         XPLMSetDatavi(r, &v, size - 1, 1);
         return XPLMGetDatavi(r, &out, size - 1, 1) == 1 && out == v;
     }
@@ -88,6 +96,9 @@ TEST_F(DataRefs, EveryDataRefXPlane12ListsHasItsTypeSizeAndWritability) {
     const std::string kClock = "sim/time/total_running_time_sec";
     const auto rows = xplaneList("DataRefs.txt");
     ASSERT_GT(rows.size(), 5000u);
+    // The TCAS override and the targets under it take writes from the plug-in holding the AI aircraft only.
+    ASSERT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1);
+    XPLMSetDatai(find("sim/operation/override/override_TCAS"), 1);
     // Listed by index before anyone looked them up, and found by name as the same handles.
     const int count = XPLMCountDataRefs();
     std::vector<XPLMDataRef> all(static_cast<size_t>(count));
@@ -122,11 +133,40 @@ TEST_F(DataRefs, EveryDataRefXPlane12ListsHasItsTypeSizeAndWritability) {
     EXPECT_FALSE(XPLMIsDataRefGood(nullptr));
 }
 
-TEST_F(DataRefs, RemovedDataRefDisappearsFromLookup) {
+/// The names XPLMGetDataRefsByIndex lists, in index order, with XPLMCountDataRefs items asked for.
+std::vector<std::string> listedNames() {
+    std::vector<XPLMDataRef> all(static_cast<size_t>(XPLMCountDataRefs()), nullptr);
+    XPLMGetDataRefsByIndex(0, static_cast<int>(all.size()), all.data());
+    std::vector<std::string> names;
+    XPLMDataRefInfo_t info{};
+    info.structSize = sizeof info;
+    for (XPLMDataRef r : all) {
+        if (!r) return {}; // fewer listed than counted
+        XPLMGetDataRefInfo(r, &info);
+        names.push_back(info.name);
+    }
+    return names;
+}
+
+TEST_F(DataRefs, RemovedDataRefsAreGoneFromLookupCountAndListingAlike) {
+    auto has = [](const std::vector<std::string>& v, const char* n) {
+        return std::find(v.begin(), v.end(), n) != v.end();
+    };
+    std::vector<std::string> names = listedNames();
+    ASSERT_EQ(names.size(), static_cast<size_t>(XPLMCountDataRefs()));
+    EXPECT_TRUE(has(names, "sim/flightmodel/position/theta"));
+    EXPECT_FALSE(has(names, "sim/flightmodel/position/the")); // X-Plane 12 has no such name
+    EXPECT_FALSE(has(names, "sim/graphics/colors/menu_bkgnd_rgb"));
+
     ASSERT_NE(find("sim/joystick/has_joystick"), nullptr);
     host->removeDataRef("sim/joystick/has_joystick");
     EXPECT_EQ(find("sim/joystick/has_joystick"), nullptr);
     EXPECT_FALSE(host->exists("sim/joystick/has_joystick"));
+    const std::vector<std::string> after = listedNames();
+    EXPECT_EQ(after.size(), names.size() - 1);
+    EXPECT_FALSE(has(after, "sim/joystick/has_joystick"));
+    // The ones after it move up one place; the last is still listed.
+    EXPECT_EQ(after.back(), names.back());
 }
 
 TEST_F(DataRefs, WritesOfTheWrongTypeOrToReadOnlyDataRefsAreIgnored) {

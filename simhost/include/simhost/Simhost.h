@@ -37,7 +37,8 @@ struct HostOptions {
     int screenWidth = 1024;        ///< XPLMGetScreenSize, pixels
     int screenHeight = 768;        ///< pixels
     bool echoLog = false;          ///< also print XPLMDebugString output to stderr
-    std::string speechWavDir;      ///< non-empty: speak each XPLMSpeakString into a WAV here (espeak-ng)
+    std::string speechWavDir; ///< non-empty: speak each XPLMSpeakString into a WAV here (espeak-ng) and keep
+                              ///< each PCM buffer a plug-in plays as sound-NNN.wav (see writeAudioMix)
     GraphicsEra graphicsEra = GraphicsEra::FollowVersion; ///< which 3-D drawing phases are called
     /// false: XPLMFindSymbol finds none of the deprecated functions (XPLMCommandButtonPress, XPLMDrawObjects,
     /// ...), as on a host that no longer exports them
@@ -320,6 +321,12 @@ public:
     const std::vector<TranscriptEntry>& transcript() const;
     /// Transcript lines of one kind, texts only.
     std::vector<std::string> transcriptTexts(const std::string& kind) const;
+    /// Writes the run's audio as one 16-bit WAV: every utterance spoken into speechWavDir at its sim time
+    /// (an utterance waits for the one before it) and every sound a plug-in played mixed in at its sim
+    /// time, with its volume changes, looping until stopped or the end of the run, cut where stopped;
+    /// at the highest rate among them, stereo when any is. False when nothing was kept or the file cannot
+    /// be written.
+    bool writeAudioMix(const std::string& wavPath) const;
     std::string logText() const; ///< the sandbox Log.txt
     std::string sandbox() const; ///< X-Plane folder path, with a trailing "/"
 
