@@ -37,10 +37,10 @@ fuzz: deps
 	@cmake --build $(FUZZ_BUILD) -j $(JOBS) --target fuzzers
 	@ctest --test-dir $(FUZZ_BUILD) --output-on-failure -L fuzz -j $(JOBS) --no-tests=ignore
 
+# Every benchmark program, then the figures: times, allocations, and callgrind's instruction counts.
 bench: configure
 	@cmake --build $(BUILD) -j $(JOBS)
-	@for b in $$(find $(BUILD)/bench -mindepth 2 -maxdepth 2 -type f -executable | sort); do \
-	    echo "== $$b"; "$$b" || exit 1; done
+	@bash scripts/run-bench.sh $(BUILD)
 
 install: build
 	@cmake --install $(BUILD) --prefix "$(XPLANE)"

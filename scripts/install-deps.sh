@@ -12,6 +12,7 @@ packages=(
     clang libclang-rt-14-dev
     espeak-ng
     binutils
+    valgrind
 )
 
 missing=()

@@ -170,6 +170,9 @@ const std::vector<std::string>& Host::leftoversAtLastUnload() const {
 void Host::sendMessage(int to, int message, void* param, int from) {
     sendToPlugin(to, message, param, from);
 }
+void Host::setCallObserver(std::function<void(int pluginId, const char* what, bool entering)> observer) {
+    impl_->core.callObserver = std::move(observer);
+}
 
 // ---------------------------------------------------------------- clock and frames
 void Host::runFrames(int n) {

@@ -279,6 +279,7 @@ struct HostCore {
     /// double-to-float-to-double round trips assigned side by side, so a double would keep the digits.
     float refLatDeg = 0, refLonDeg = 0;
     Aircraft aircraft;
+    std::function<void(int pluginId, const char* what, bool entering)> callObserver; ///< see Host
     size_t datarefsAnnounced = 0; ///< dataref count last sent with XPLM_MSG_DATAREFS_ADDED
 };
 
@@ -312,6 +313,8 @@ void apiError(const std::string& text);
 /// Runs a plug-in callback as plugin `id`: attribution, and nothing may escape.
 template <class F> void callInto(int id, const char* what, F&& f) {
     CallingPlugin guard(id);
+    HostCore* c = core();
+    if (c && c->callObserver) c->callObserver(id, what, true);
     try {
         f();
     } catch (const std::exception& e) {
@@ -319,6 +322,7 @@ template <class F> void callInto(int id, const char* what, F&& f) {
     } catch (...) {
         writeLog(std::string("simhost: unknown exception from plug-in in ") + what + "\n");
     }
+    if (c && c->callObserver) c->callObserver(id, what, false);
 }
 
 // ---- per-file entry points used by the Host (defined in the matching .cpp) ----

@@ -160,6 +160,11 @@ public:
     const std::vector<std::string>& leftoversAtLastUnload() const;
     /// Sends a message as X-Plane (from 0) or as another plug-in; to == -1 broadcasts.
     void sendMessage(int to, int message, void* param = nullptr, int from = 0);
+    /// Called just before (entering true) and just after (false) every call the host makes into a
+    /// plug-in: entry points, flight loops, draw, menu, key, window, widget and accessor callbacks;
+    /// `what` names the kind ("XPluginEnable", "flight loop", ...). For profilers and benchmarks, as
+    /// X-Plane's own per-plug-in timings; none by default (an empty function removes it).
+    void setCallObserver(std::function<void(int pluginId, const char* what, bool entering)> observer);
 
     // ---- clock and frames ----
     void runFrames(int n);
