@@ -7,6 +7,7 @@ FUZZ_BUILD ?= build-fuzz
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 10
 CMAKE_FLAGS ?=
+PREFIX ?= /usr/local
 
 .PHONY: all deps configure build demo test fuzz bench install clean
 
@@ -42,8 +43,11 @@ bench: configure
 	@cmake --build $(BUILD) -j $(JOBS)
 	@bash scripts/run-bench.sh $(BUILD)
 
+# make install XPLANE="/path/to/X-Plane 12" puts the plug-in into X-Plane; every make install puts
+# kalvora-sim (with libsimhost, the aircraft profiles and Kalvora) into PREFIX.
 install: build
-	@cmake --install $(BUILD) --prefix "$(XPLANE)"
+	@if [ -n "$(XPLANE)" ]; then cmake --install $(BUILD) --prefix "$(XPLANE)"; fi
+	@cmake --install $(BUILD) --component simhost --prefix "$(PREFIX)"
 
 clean:
 	@rm -rf $(BUILD) $(FUZZ_BUILD)

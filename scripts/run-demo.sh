@@ -7,4 +7,4 @@ if [ ! -x "$sim" ]; then
     echo "demo: kalvora-sim is not built yet; the plug-in is at $build/plugin/Kalvora.xpl"
     exit 1
 fi
-exec "$sim" --plugin "$build/plugin/Kalvora.xpl" --scenario demo --report report
+exec "$sim" --kalvora "$build/plugin/Kalvora.xpl" --scenario demo --report report

@@ -198,6 +198,11 @@ typedef int XPLMKeyFlags;
 #define XPLM_VK_NUMPAD_ENT 0xBC
 #define XPLM_VK_NUMPAD_EQ 0xBD
 
+/// A 150-character text buffer handed across the API by value (METAR reports).
+typedef struct {
+    char buffer[150];
+} XPLMFixedString150_t;
+
 /* Mouse events: one Down, any number of Drag, one Up, all to the same window. */
 enum { xplm_MouseDown = 1, xplm_MouseDrag = 2, xplm_MouseUp = 3 };
 typedef int XPLMMouseStatus;

@@ -52,6 +52,149 @@ XPLM_API int XPLMRegisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawing
 XPLM_API int XPLMUnregisterDrawCallback(XPLMDrawCallback_f inCallback, XPLMDrawingPhase inPhase,
                                         int inWantsBefore, void* inRefcon);
 
+#if defined(XPLM400)
+/* Cockpit devices: the sim's own glass screens (customised with draw and mouse
+   callbacks) and, from XPLM 4.1, devices a plug-in creates. Coordinates are
+   texels with the origin at the bottom left of the screen or the bezel. */
+enum {
+    xplm_device_GNS430_1 = 0,
+    xplm_device_GNS430_2 = 1,
+    xplm_device_GNS530_1 = 2,
+    xplm_device_GNS530_2 = 3,
+    xplm_device_CDU739_1 = 4,
+    xplm_device_CDU739_2 = 5,
+    xplm_device_G1000_PFD_1 = 6,
+    xplm_device_G1000_MFD = 7,
+    xplm_device_G1000_PFD_2 = 8,
+    xplm_device_CDU815_1 = 9,
+    xplm_device_CDU815_2 = 10,
+    xplm_device_Primus_PFD_1 = 11,
+    xplm_device_Primus_PFD_2 = 12,
+    xplm_device_Primus_MFD_1 = 13,
+    xplm_device_Primus_MFD_2 = 14,
+    xplm_device_Primus_MFD_3 = 15,
+    xplm_device_Primus_RMU_1 = 16,
+    xplm_device_Primus_RMU_2 = 17,
+    xplm_device_MCDU_1 = 18,
+    xplm_device_MCDU_2 = 19
+};
+typedef int XPLMDeviceID;
+
+/// Draws over a built-in device before or after the sim; before, return 0 to stop the sim drawing it.
+typedef int (*XPLMAvionicsCallback_f)(XPLMDeviceID inDeviceID, int inIsBefore, void* inRefcon);
+#if defined(XPLM410)
+/// A click on a device's screen or bezel; return 1 to consume it.
+typedef int (*XPLMAvionicsMouse_f)(int x, int y, XPLMMouseStatus inMouse, void* inRefcon);
+/// The wheel over a device (wheel 0 vertical, 1 horizontal); return 1 to consume it.
+typedef int (*XPLMAvionicsMouseWheel_f)(int x, int y, int wheel, int clicks, void* inRefcon);
+/// The cursor over a device; xplm_CursorDefault lets the sim choose.
+typedef XPLMCursorStatus (*XPLMAvionicsCursor_f)(int x, int y, void* inRefcon);
+/// A key for a popped-up device holding the keyboard; return 1 to consume it.
+typedef int (*XPLMAvionicsKeyboard_f)(char inKey, XPLMKeyFlags inFlags, char inVirtualKey, void* inRefCon,
+                                      int losingFocus);
+#endif
+
+/// Opaque handle of a customised or created device.
+typedef void* XPLMAvionicsID;
+
+/// Parameters of XPLMRegisterAvionicsCallbacksEx; set structSize = sizeof.
+typedef struct {
+    int structSize;
+    XPLMDeviceID deviceId;
+    XPLMAvionicsCallback_f drawCallbackBefore;
+    XPLMAvionicsCallback_f drawCallbackAfter;
+#if defined(XPLM410)
+    XPLMAvionicsMouse_f bezelClickCallback;
+    XPLMAvionicsMouse_f bezelRightClickCallback;
+    XPLMAvionicsMouseWheel_f bezelScrollCallback;
+    XPLMAvionicsCursor_f bezelCursorCallback;
+    XPLMAvionicsMouse_f screenTouchCallback;
+    XPLMAvionicsMouse_f screenRightTouchCallback;
+    XPLMAvionicsMouseWheel_f screenScrollCallback;
+    XPLMAvionicsCursor_f screenCursorCallback;
+    XPLMAvionicsKeyboard_f keyboardCallback;
+#endif
+    void* refcon;
+} XPLMCustomizeAvionics_t;
+
+/// Customises a built-in device; NULL when the struct is not understood.
+XPLM_API XPLMAvionicsID XPLMRegisterAvionicsCallbacksEx(XPLMCustomizeAvionics_t* inParams);
+/// A handle on a built-in device without callbacks (to steer its pop-up).
+XPLM_API XPLMAvionicsID XPLMGetAvionicsHandle(XPLMDeviceID inDeviceID);
+/// Removes the callbacks of XPLMRegisterAvionicsCallbacksEx.
+XPLM_API void XPLMUnregisterAvionicsCallbacks(XPLMAvionicsID inAvionicsId);
+
+#if defined(XPLM410)
+/// Draws a created device's screen (not cleared between calls).
+typedef void (*XPLMAvionicsScreenCallback_f)(void* inRefcon);
+/// Draws a created device's pop-up bezel, tinted by the ambient light colour.
+typedef void (*XPLMAvionicsBezelCallback_f)(float inAmbiantR, float inAmbiantG, float inAmbiantB,
+                                            void* inRefcon);
+/// The screen's brightness ratio from the rheostat, the ambient brightness and the bus volts ratio (-1:
+/// unbound).
+typedef float (*XPLMAvionicsBrightness_f)(float inRheoValue, float inAmbiantBrightness, float inBusVoltsRatio,
+                                          void* inRefcon);
+
+/// Parameters of XPLMCreateAvionicsEx; set structSize = sizeof. Sizes in pixels.
+typedef struct {
+    int structSize;
+    int screenWidth;
+    int screenHeight;
+    int bezelWidth;
+    int bezelHeight;
+    int screenOffsetX; /* the screen's place inside the bezel */
+    int screenOffsetY;
+    int drawOnDemand; /* 1: the screen is drawn only after XPLMAvionicsNeedsDrawing */
+    XPLMAvionicsBezelCallback_f bezelDrawCallback;
+    XPLMAvionicsScreenCallback_f drawCallback;
+    XPLMAvionicsMouse_f bezelClickCallback;
+    XPLMAvionicsMouse_f bezelRightClickCallback;
+    XPLMAvionicsMouseWheel_f bezelScrollCallback;
+    XPLMAvionicsCursor_f bezelCursorCallback;
+    XPLMAvionicsMouse_f screenTouchCallback;
+    XPLMAvionicsMouse_f screenRightTouchCallback;
+    XPLMAvionicsMouseWheel_f screenScrollCallback;
+    XPLMAvionicsCursor_f screenCursorCallback;
+    XPLMAvionicsKeyboard_f keyboardCallback;
+    XPLMAvionicsBrightness_f brightnessCallback;
+    char* deviceID;   /* unique, no spaces, at most 64 characters; copied */
+    char* deviceName; /* shown to the user */
+    void* refcon;
+} XPLMCreateAvionics_t;
+
+/// Creates a cockpit device; NULL when the struct is not understood or the ID is taken.
+XPLM_API XPLMAvionicsID XPLMCreateAvionicsEx(XPLMCreateAvionics_t* inParams);
+XPLM_API void XPLMDestroyAvionics(XPLMAvionicsID inHandle);
+/// 1 when the user aircraft shows the device on a panel.
+XPLM_API int XPLMIsAvionicsBound(XPLMAvionicsID inHandle);
+/// The rheostat the device is bound to, ratio 0..1.
+XPLM_API void XPLMSetAvionicsBrightnessRheo(XPLMAvionicsID inHandle, float brightness);
+XPLM_API float XPLMGetAvionicsBrightnessRheo(XPLMAvionicsID inHandle);
+/// Bus volts over nominal volts for the device's bus; -1 when unbound.
+XPLM_API float XPLMGetAvionicsBusVoltsRatio(XPLMAvionicsID inHandle);
+/// 1 when the cursor is over the device's screen, with its position there in texels.
+XPLM_API int XPLMIsCursorOverAvionics(XPLMAvionicsID inHandle, int* outX, int* outY);
+/// Asks for one redraw of an on-demand screen before the next frame.
+XPLM_API void XPLMAvionicsNeedsDrawing(XPLMAvionicsID inHandle);
+XPLM_API void XPLMSetAvionicsPopupVisible(XPLMAvionicsID inHandle, int inVisible);
+XPLM_API int XPLMIsAvionicsPopupVisible(XPLMAvionicsID inHandle);
+XPLM_API void XPLMPopOutAvionics(XPLMAvionicsID inHandle);
+XPLM_API int XPLMIsAvionicsPoppedOut(XPLMAvionicsID inHandle);
+XPLM_API void XPLMTakeAvionicsKeyboardFocus(XPLMAvionicsID inHandle);
+XPLM_API int XPLMHasAvionicsKeyboardFocus(XPLMAvionicsID inHandle);
+/// The pop-up's bounds in boxels.
+XPLM_API void XPLMGetAvionicsGeometry(XPLMAvionicsID inHandle, int* outLeft, int* outTop, int* outRight,
+                                      int* outBottom);
+XPLM_API void XPLMSetAvionicsGeometry(XPLMAvionicsID inHandle, int inLeft, int inTop, int inRight,
+                                      int inBottom);
+/// The popped-out window's bounds in OS pixels.
+XPLM_API void XPLMGetAvionicsGeometryOS(XPLMAvionicsID inHandle, int* outLeft, int* outTop, int* outRight,
+                                        int* outBottom);
+XPLM_API void XPLMSetAvionicsGeometryOS(XPLMAvionicsID inHandle, int inLeft, int inTop, int inRight,
+                                        int inBottom);
+#endif /* XPLM410 */
+#endif /* XPLM400 */
+
 /// Opaque handle of a window; NULL means "none".
 typedef void* XPLMWindowID;
 
@@ -195,6 +338,17 @@ XPLM_API void XPLMSetWindowPositioningMode(XPLMWindowID inWindowID,
                                            XPLMWindowPositioningMode inPositioningMode, int inMonitorIndex);
 /// Sets the title shown in the window's frame.
 XPLM_API void XPLMSetWindowTitle(XPLMWindowID inWindowID, const char* inWindowTitle);
+/// Told the bounds of one full-screen monitor in global boxels.
+typedef void (*XPLMReceiveMonitorBoundsGlobal_f)(int inMonitorIndex, int inLeftBx, int inTopBx, int inRightBx,
+                                                 int inBottomBx, void* inRefcon);
+/// Calls back at once with each monitor the sim covers full screen.
+XPLM_API void XPLMGetAllMonitorBoundsGlobal(XPLMReceiveMonitorBoundsGlobal_f inMonitorBoundsCallback,
+                                            void* inRefcon);
+/// Told the bounds of one monitor in the OS desktop's pixels.
+typedef void (*XPLMReceiveMonitorBoundsOS_f)(int inMonitorIndex, int inLeftPx, int inTopPx, int inRightPx,
+                                             int inBottomPx, void* inRefcon);
+/// Calls back at once with every monitor of the OS desktop.
+XPLM_API void XPLMGetAllMonitorBoundsOS(XPLMReceiveMonitorBoundsOS_f inMonitorBoundsCallback, void* inRefcon);
 #endif
 #if defined(XPLM301)
 /// Size of a window shown in VR, in boxels.

@@ -39,6 +39,15 @@ enum { xplm_Language_Ukrainian = 11 };
 typedef int XPLMLanguageCode;
 
 #if defined(XPLM200)
+/* Kinds of data file the sim loads and saves. */
+enum {
+    xplm_DataFile_Situation = 1,  /* a situation (.sit): a flight's starting state */
+    xplm_DataFile_ReplayMovie = 2 /* a replay (.smo) of a past flight */
+};
+typedef int XPLMDataFileType;
+#endif
+
+#if defined(XPLM200)
 /// Receives reports of API misuse (bad parameters, bad struct sizes).
 typedef void (*XPLMError_f)(const char* inMessage);
 #endif
@@ -51,6 +60,18 @@ XPLM_API void XPLMGetPrefsPath(char* outPrefsPath);
 XPLM_API const char* XPLMGetDirectorySeparator(void);
 /// Splits inFullPath in place at its last separator; returns the file part.
 XPLM_API char* XPLMExtractFileAndPath(char* inFullPath);
+/// Lists a folder (full path, no trailing separator) from its inFirstReturn-th entry on: names go
+/// NUL-terminated into outFileNames followed by an empty name, outIndices (if given) points at each
+/// with a NULL after the last. 1 when everything fitted, 0 on a buffer overrun.
+XPLM_API int XPLMGetDirectoryContents(const char* inDirectoryPath, int inFirstReturn, char* outFileNames,
+                                      int inFileNameBufSize, char** outIndices, int inIndexCount,
+                                      int* outTotalFiles, int* outReturnedFiles);
+#if defined(XPLM200)
+/// Loads a situation or replay (path relative to the X-Plane folder; NULL clears the replay); 1 on success.
+XPLM_API int XPLMLoadDataFile(XPLMDataFileType inFileType, const char* inFilePath);
+/// Saves the current situation or replay (path relative to the X-Plane folder); 1 on success.
+XPLM_API int XPLMSaveDataFile(XPLMDataFileType inFileType, const char* inFilePath);
+#endif
 /// Appends inString verbatim to Log.txt (no newline added) and flushes.
 XPLM_API void XPLMDebugString(const char* inString);
 /// Shows inString as an overlay and speaks it when speech is on.

@@ -76,5 +76,13 @@ void BM_FindDataRef(benchmark::State& state) {
 }
 BENCHMARK(BM_FindDataRef);
 
+/// Creating and destroying a host, as every scenario test does (sandbox folder, X-Plane's datarefs and
+/// commands, menus).
+void BM_HostLifetime(benchmark::State& state) {
+    for (auto _ : state)
+        simhost::Host host;
+}
+BENCHMARK(BM_HostLifetime)->Unit(benchmark::kMicrosecond);
+
 } // namespace
 BENCHMARK_MAIN();

@@ -34,43 +34,45 @@ constexpr double kAfterStopSeconds = 5;    // kept running after "Stop PushBack!
 constexpr int kProgressEveryFrames = 15;
 constexpr int kMaxEngines = 8;
 constexpr double kStillSeconds = 0.5; // the aircraft has stopped once it stood still this long
+constexpr double kClockSlackSeconds =
+    1e-9; // sim time sums frame times: a limit reached within this is reached
 
 const std::vector<Scenario> kScenarios = [] {
     std::vector<Scenario> list;
     Scenario demo;
     demo.name = "demo";
-    demo.description = "A320 parked at 40 degrees, pushed back then turned tail left";
+    demo.description = "pushed back then turned tail left";
     demo.manoeuvre = "Automated tail left";
     list.push_back(demo);
 
     Scenario straight = demo;
     straight.name = "straight";
-    straight.description = "A320 at 40 degrees pushed straight back";
+    straight.description = "pushed straight back";
     straight.manoeuvre = "Push straight back";
     list.push_back(straight);
 
     Scenario tailRight = demo;
     tailRight.name = "tail-right";
-    tailRight.description = "A320 parked at 130 degrees, pushed back then turned tail right";
+    tailRight.description = "pushed back then turned tail right";
     tailRight.headingDeg = 130; // the end heading 40 lies on the turn
     tailRight.manoeuvre = "Automated tail right";
     list.push_back(tailRight);
 
     Scenario turnLeft = demo;
     turnLeft.name = "turn-left";
-    turnLeft.description = "A320 at 40 degrees turned tail left from the stand, no straight leg";
+    turnLeft.description = "turned tail left from the stand, no straight leg";
     turnLeft.manoeuvre = "Turn tail left";
     list.push_back(turnLeft);
 
     Scenario stop = straight;
     stop.name = "stop-midway";
-    stop.description = "A straight push stopped from the menu 1 s after the aircraft starts moving";
+    stop.description = "a straight push stopped from the menu 1 s after the aircraft starts moving";
     stop.stopAfterPushSeconds = 1; // a push of 13 m takes about 2 s at 60 frames per second
     list.push_back(stop);
 
     Scenario engines = straight;
     engines.name = "engines-running";
-    engines.description = "A straight push asked for with the engines running: the crew refuses";
+    engines.description = "a straight push asked for with the engines running: the crew refuses";
     engines.enginesRunning = true;
     engines.timeoutSeconds = 20;
     list.push_back(engines);
@@ -125,7 +127,9 @@ public:
         const auto wallStart = std::chrono::steady_clock::now();
         HostOptions ho;
         ho.aircraft = o_.aircraft.empty() ? s_.aircraft : o_.aircraft;
+        ho.aircraftDir = o_.aircraftDir;
         ho.startHeadingDeg = std::isnan(o_.headingDeg) ? s_.headingDeg : o_.headingDeg;
+        sum_.parkedHeadingDeg = ho.startHeadingDeg;
         ho.fps = o_.fps;
         ho.xplaneVersion = o_.xplaneVersion;
         ho.realTime = o_.realTime;
@@ -139,12 +143,13 @@ public:
             // Frames for the report: before 11.50 the plug-in draws the truck and the GPU in
             // its draw callbacks, from 11.50 on simhost draws their object instances.
             ho.render = true;
-            if (SpeechSynthesisAvailable()) {
-                ho.speechWavDir = o_.reportDir + "/audio";
-                fs::create_directories(ho.speechWavDir);
-            }
+            if (SpeechSynthesisAvailable()) ho.speechWavDir = o_.reportDir + "/audio";
         }
+        if (ho.speechWavDir.empty()) ho.speechWavDir = o_.speechDir;
+        if (!ho.speechWavDir.empty()) fs::create_directories(ho.speechWavDir);
         Host host(ho);
+        sum_.aircraftType = host.aircraft().type;
+        sum_.aircraftName = host.aircraft().name;
         std::string why;
         if (host.loadPlugin(o_.plugin, o_.dataDir, &why) < 0) {
             sum_.error = "cannot load " + o_.plugin + ": " + why;
@@ -174,13 +179,14 @@ public:
     }
 
 private:
-    bool Finished(const Host& host) const {
+    bool Finished(const Host& host) {
         const double t = host.simTime();
-        if (t >= s_.timeoutSeconds) return true;
         if (clearedAt_ >= 0 && t >= clearedAt_ + kAfterClearedSeconds) return true;
         if (stoppedAt_ >= 0 && t >= stoppedAt_ + kAfterStopSeconds) return true;
         if (refusedAt_ >= 0 && t >= refusedAt_ + kAfterStopSeconds) return true;
-        return false;
+        const double limit = std::isnan(o_.timeoutSeconds) ? s_.timeoutSeconds : o_.timeoutSeconds;
+        sum_.timedOut = t >= limit - kClockSlackSeconds;
+        return sum_.timedOut;
     }
 
     void Act(Host& host) {
@@ -355,7 +361,11 @@ const Scenario* findScenario(const std::string& name) {
 ScenarioSummary runScenario(const Scenario& scenario, const ScenarioOptions& options,
                             std::ostream& progress) {
     try {
-        return Run(scenario, options, progress).Execute();
+        // The report is written while the host lives, in whose X-Plane folder the process then works.
+        ScenarioOptions o = options;
+        for (std::string* path : {&o.reportDir, &o.renderDir, &o.speechDir})
+            if (!path->empty()) *path = fs::absolute(*path).string();
+        return Run(scenario, o, progress).Execute();
     } catch (const std::exception& e) {
         ScenarioSummary failed;
         failed.error = e.what();
@@ -363,10 +373,22 @@ ScenarioSummary runScenario(const Scenario& scenario, const ScenarioOptions& opt
     }
 }
 
+std::string describeScenario(const Scenario& scenario) {
+    char line[200];
+    std::snprintf(line, sizeof line, "%s: %s at %.0f degrees, %s", scenario.name.c_str(),
+                  scenario.aircraft.c_str(), scenario.headingDeg, scenario.description.c_str());
+    return line;
+}
+
 std::string formatSummary(const Scenario& scenario, const ScenarioSummary& s) {
     std::ostringstream out;
     char line[200];
     out << "--- " << scenario.name << ": " << scenario.description << " ---\n";
+    if (!s.aircraftType.empty()) {
+        std::snprintf(line, sizeof line, "aircraft %s (%s) parked at heading %.1f deg\n",
+                      s.aircraftType.c_str(), s.aircraftName.c_str(), s.parkedHeadingDeg);
+        out << line;
+    }
     if (!s.error.empty()) out << "error: " << s.error << "\n";
     std::snprintf(line, sizeof line,
                   "push length (straight leg) %.1f m, path %.1f m (aircraft half length %.1f m)\n",
@@ -375,8 +397,9 @@ std::string formatSummary(const Scenario& scenario, const ScenarioSummary& s) {
     std::snprintf(line, sizeof line, "heading %.1f -> %.1f deg (change %+.1f deg)\n", s.startHeadingDeg,
                   s.finalHeadingDeg, s.headingChangeDeg);
     out << line;
-    std::snprintf(line, sizeof line, "sim time %.1f s, real time %.2f s, %d frames, %s\n", s.simSeconds,
-                  s.realSeconds, s.frames, s.cleared ? "cleared to taxi" : "not cleared to taxi");
+    std::snprintf(line, sizeof line, "sim time %.1f s%s, real time %.2f s, %d frames, %s\n", s.simSeconds,
+                  s.timedOut ? " (the time limit)" : "", s.realSeconds, s.frames,
+                  s.cleared ? "cleared to taxi" : "not cleared to taxi");
     out << line;
     for (const std::string& d : s.dialogs)
         out << "dialog: " << d << "\n";

@@ -15,7 +15,7 @@ namespace simhost::cli {
 /// What the pilot does, and when the run is over.
 struct Scenario {
     std::string name;
-    std::string description;
+    std::string description;          ///< what the pilot does (the aircraft and heading are said apart)
     std::string aircraft = "A320";    ///< profile name or file
     double headingDeg = 40;           ///< true heading when parked, degrees
     std::string manoeuvre;            ///< item of the Kalvora menu the pilot picks
@@ -33,10 +33,12 @@ const Scenario* findScenario(const std::string& name);
 
 /// How to run a scenario.
 struct ScenarioOptions {
-    std::string plugin;   ///< the .xpl to load
-    std::string dataDir;  ///< the plug-in's data folder to install with it; empty: the one beside the .xpl
-    std::string aircraft; ///< overrides the scenario's profile when not empty
-    double headingDeg = std::numeric_limits<double>::quiet_NaN(); ///< overrides when not NaN
+    std::string plugin;      ///< the .xpl to load
+    std::string dataDir;     ///< the plug-in's data folder to install with it; empty: the one beside the .xpl
+    std::string aircraft;    ///< overrides the scenario's profile when not empty
+    std::string aircraftDir; ///< where profile names are looked up; empty: simhost's own
+    double headingDeg = std::numeric_limits<double>::quiet_NaN();     ///< overrides when not NaN
+    double timeoutSeconds = std::numeric_limits<double>::quiet_NaN(); ///< sim seconds at most, when not NaN
     double fps = 60;
     int xplaneVersion = 12100;
     std::string reportDir; ///< where the report goes; empty: no report
@@ -44,6 +46,8 @@ struct ScenarioOptions {
     bool realTime = false;
     bool drawWorld = true; ///< report frames show the apron and the aircraft
     std::string renderDir; ///< non-empty: every frame is also written here as frame-NNNNN.png
+    std::string
+        speechDir; ///< non-empty: the crew is spoken into WAV files here (a report has its own audio/)
 };
 
 /// One frame of the run (metres in the host's local frame, degrees).
@@ -61,6 +65,10 @@ struct TraceRow {
 struct ScenarioSummary {
     bool loaded = false;         ///< the plug-in loaded
     std::string error;           ///< why the run could not be done, when it could not
+    std::string aircraftType;    ///< the profile the run used ("A320")
+    std::string aircraftName;    ///< its descriptive name
+    double parkedHeadingDeg = 0; ///< true heading the aircraft was parked at, degrees
+    bool timedOut = false;       ///< the run hit its time limit before the scenario was over
     double straightLegM = 0;     ///< distance pushed before the heading began to change, metres
     double pathLengthM = 0;      ///< distance the aircraft's reference point travelled, metres
     double startHeadingDeg = 0;  ///< degrees
@@ -81,5 +89,8 @@ ScenarioSummary runScenario(const Scenario& scenario, const ScenarioOptions& opt
 
 /// The summary as the lines printed at the end of a run.
 std::string formatSummary(const Scenario& scenario, const ScenarioSummary& summary);
+
+/// One line naming a scenario, its aircraft and heading and what the pilot does (for lists of them).
+std::string describeScenario(const Scenario& scenario);
 
 } // namespace simhost::cli

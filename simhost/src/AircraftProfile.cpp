@@ -94,9 +94,11 @@ bool parseAircraftProfile(const std::string& text, Aircraft& out, std::string* e
     return true;
 }
 
-bool loadAircraftProfile(const std::string& nameOrPath, Aircraft& out, std::string* error) {
+bool loadAircraftProfile(const std::string& nameOrPath, const std::string& dir, Aircraft& out,
+                         std::string* error) {
     std::string path = nameOrPath;
-    if (path.find('/') == std::string::npos) path = std::string(SIMHOST_AIRCRAFT_DIR) + "/" + path + ".acp";
+    if (path.find('/') == std::string::npos)
+        path = (dir.empty() ? std::string(SIMHOST_AIRCRAFT_DIR) : dir) + "/" + path + ".acp";
     std::ifstream f(path);
     if (!f) {
         if (error) *error = "cannot read aircraft profile " + path;

@@ -26,6 +26,9 @@ std::vector<std::string> listRegistrations(const HostCore& c, int pluginId) {
     widgets::listWidgets(pluginId, out);
     listMenus(c, pluginId, out);
     listScenery(c, pluginId, out);
+    listMaps(c, pluginId, out);
+    listAvionics(c, pluginId, out);
+    if (c.planes.holder == pluginId) out.push_back("AI aircraft");
     for (const CommandRec& cmd : c.commands)
         for (const CommandHandler& h : cmd.handlers)
             if (h.alive && h.owner == pluginId) out.push_back("command handler " + cmd.name);
@@ -47,6 +50,13 @@ void dropRegistrations(HostCore& c, int pluginId) {
     dropDisplay(c, pluginId);
     dropMenus(c, pluginId);
     dropScenery(c, pluginId);
+    dropMaps(c, pluginId);
+    dropAvionics(c, pluginId);
+    dropSounds(c, pluginId);
+    dropPlanes(c, pluginId);
+    for (size_t i = c.weatherReports.size(); i-- > 0;)
+        if (c.weatherReports[i].owner == pluginId)
+            c.weatherReports.erase(c.weatherReports.begin() + static_cast<long>(i));
     for (CommandRec& cmd : c.commands)
         for (CommandHandler& h : cmd.handlers)
             if (h.owner == pluginId) h.alive = false;

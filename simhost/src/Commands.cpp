@@ -1,7 +1,10 @@
 // XPLMUtilities.h commands: find/create, begin/continue/end with before and
-// after handlers, X-Plane's own view and pause commands, and the legacy key
-// stroke and joystick button calls mapped onto them.
+// after handlers, X-Plane's own commands (every one X-Plane 12.1 publishes, from
+// XPlaneTables.h; the view, pause and brake ones act on the world, the others
+// run their handlers and are recorded), and the legacy key stroke and joystick
+// button calls mapped onto them.
 #include "HostInternal.h"
+#include "XPlaneTables.h"
 
 #include "XPLMUtilities.h"
 
@@ -11,47 +14,40 @@ namespace {
 
 struct ViewCommand {
     const char* name;
-    const char* description;
     int viewType;  ///< sim/graphics/view/view_type
     bool external; ///< sim/graphics/view/view_is_external
 };
-/// X-Plane's view commands and the view each selects (view_type codes of X-Plane 7 to 12).
+/// X-Plane's view commands and the view each selects (view_type codes of X-Plane 7 to 12). X-Plane's
+/// other view commands (glances, quick looks, ...) come from its table: they run their handlers and
+/// change nothing.
 const ViewCommand kViewCommands[] = {
-    {"sim/view/default_view", "Default view", 1000, false},
-    {"sim/view/forward_with_2d_panel", "Forward with 2-D panel", 1000, false},
-    {"sim/view/forward_with_hud", "Forward with HUD", 1023, false},
-    {"sim/view/forward_with_nothing", "Forward with nothing", 1024, false},
-    {"sim/view/3d_cockpit_cmnd_look", "3-D cockpit", 1026, false},
-    {"sim/view/3d_cockpit_toggle", "Toggle 2-D / 3-D cockpit", 1026, false},
-    {"sim/view/free_camera", "Free camera", 1028, true},
-    {"sim/view/linear_spot", "Linear spot", 1021, true},
-    {"sim/view/still_spot", "Still spot", 1020, true},
-    {"sim/view/runway", "Runway", 1015, true},
-    {"sim/view/circle", "Circle", 1018, true},
-    {"sim/view/tower", "Tower", 1014, true},
-    {"sim/view/ridealong", "Ride-along", 1019, true},
-    {"sim/view/track_weapon", "Track weapon", 1027, true},
-    {"sim/view/chase", "Chase", 1017, true},
-    {"sim/view/wingman", "Wingman", 1029, true},
-    {"sim/view/left_45", "Left 45", 1004, false},
-    {"sim/view/right_45", "Right 45", 1005, false},
-    {"sim/view/left_90", "Left 90", 1006, false},
-    {"sim/view/right_90", "Right 90", 1007, false},
-    {"sim/view/left_135", "Left 135", 1008, false},
-    {"sim/view/right_135", "Right 135", 1009, false},
-    {"sim/view/back", "Backward", 1010, false},
-    {"sim/view/up_left", "Left and up", 1011, false},
-    {"sim/view/up_right", "Right and up", 1012, false},
-    {"sim/view/straight_down", "Straight down", 1025, false},
+    {"sim/view/default_view", 1000, false},
+    {"sim/view/forward_with_2d_panel", 1000, false},
+    {"sim/view/forward_with_hud", 1023, false},
+    {"sim/view/forward_with_nothing", 1024, false},
+    {"sim/view/3d_cockpit_cmnd_look", 1026, false},
+    {"sim/view/3d_cockpit_toggle", 1026, false},
+    {"sim/view/free_camera", 1028, true},
+    {"sim/view/linear_spot", 1021, true},
+    {"sim/view/still_spot", 1020, true},
+    {"sim/view/runway", 1015, true},
+    {"sim/view/circle", 1018, true},
+    {"sim/view/tower", 1014, true},
+    {"sim/view/ridealong", 1019, true},
+    {"sim/view/track_weapon", 1027, true},
+    {"sim/view/chase", 1017, true},
+    {"sim/view/wingman", 1029, true},
+    {"sim/view/left_45", 1004, false},
+    {"sim/view/right_45", 1005, false},
+    {"sim/view/left_90", 1006, false},
+    {"sim/view/right_90", 1007, false},
+    {"sim/view/left_135", 1008, false},
+    {"sim/view/right_135", 1009, false},
+    {"sim/view/back", 1010, false},
+    {"sim/view/up_left", 1011, false},
+    {"sim/view/up_right", 1012, false},
+    {"sim/view/straight_down", 1025, false},
 };
-
-/// View commands X-Plane has that simhost knows by name only: they run their handlers and change nothing.
-const char* const kOtherViewCommands[] = {
-    "sim/view/glance_left",       "sim/view/glance_right",    "sim/view/straight_up",
-    "sim/view/ai_controls_views", "sim/view/lock_geo",        "sim/view/g_loaded_camera",
-    "sim/view/cinema_verite",     "sim/view/track-ir_toggle",
-};
-constexpr int kQuickLooks = 20; ///< sim/view/quick_look_0 ... _19 and their _mem variants
 
 /// Legacy joystick buttons (XPLMCommandButtonID) that select a view, as commands.
 struct LegacyMap {
@@ -89,8 +85,7 @@ CommandRec* validCommand(void* handle) {
     return static_cast<CommandRec*>(handle);
 }
 
-CommandRec* create(HostCore& c, const std::string& name, const std::string& description) {
-    if (CommandRec* existing = commandRec(name)) return existing;
+CommandRec* addRecord(HostCore& c, const std::string& name, const std::string& description) {
     c.commands.emplace_back();
     CommandRec& r = c.commands.back();
     r.name = name;
@@ -98,6 +93,16 @@ CommandRec* create(HostCore& c, const std::string& name, const std::string& desc
     c.commandByName[name] = &r;
     c.commandHandles.insert(&r);
     return &r;
+}
+
+CommandRec* create(HostCore& c, const std::string& name, const std::string& description) {
+    if (CommandRec* existing = commandRec(name)) return existing;
+    return addRecord(c, name, description);
+}
+
+/// One of X-Plane's commands, with X-Plane's description.
+CommandRec* simCommand(HostCore& c, const char* name) {
+    return create(c, name, name);
 }
 
 void setPausedFlag(HostCore& c, bool paused) {
@@ -111,7 +116,10 @@ CommandRec* commandRec(const std::string& name) {
     HostCore* c = core();
     if (!c) return nullptr;
     auto it = c->commandByName.find(name);
-    return it == c->commandByName.end() ? nullptr : it->second;
+    if (it != c->commandByName.end()) return it->second;
+    // One of X-Plane's own that no one asked for yet gets its record now.
+    const XPlaneCommandRow* row = findXPlaneCommand(name.c_str());
+    return row ? addRecord(*c, name, row->description) : nullptr;
 }
 
 void runCommandPhase(CommandRec* cmd, int phase) {
@@ -143,31 +151,24 @@ void runCommandPhase(CommandRec* cmd, int phase) {
 
 void defineSimCommands(HostCore& c) {
     for (const ViewCommand& v : kViewCommands) {
-        CommandRec* r = create(c, v.name, v.description);
+        CommandRec* r = simCommand(c, v.name);
         const int type = v.viewType;
         const bool ext = v.external;
         r->simAction = [type, ext](int phase) {
             if (phase == xplm_CommandBegin) setViewType(type, ext);
         };
     }
-    for (const char* name : kOtherViewCommands)
-        create(c, name, name);
-    for (int i = 0; i < kQuickLooks; ++i) {
-        create(c, "sim/view/quick_look_" + std::to_string(i), "Quick look " + std::to_string(i));
-        create(c, "sim/view/quick_look_" + std::to_string(i) + "_mem",
-               "Memorize quick look " + std::to_string(i));
-    }
     HostCore* pc = &c;
-    create(c, "sim/operation/pause_toggle", "Toggle pause")->simAction = [pc](int phase) {
+    simCommand(c, "sim/operation/pause_toggle")->simAction = [pc](int phase) {
         if (phase == xplm_CommandBegin) setPausedFlag(*pc, !pc->paused);
     };
-    create(c, "sim/operation/pause_on", "Pause on")->simAction = [pc](int phase) {
+    simCommand(c, "sim/operation/pause_on")->simAction = [pc](int phase) {
         if (phase == xplm_CommandBegin) setPausedFlag(*pc, true);
     };
-    create(c, "sim/operation/pause_off", "Pause off")->simAction = [pc](int phase) {
+    simCommand(c, "sim/operation/pause_off")->simAction = [pc](int phase) {
         if (phase == xplm_CommandBegin) setPausedFlag(*pc, false);
     };
-    create(c, "sim/flight_controls/brakes_toggle_max", "Toggle maximum brakes")->simAction = [pc](int phase) {
+    simCommand(c, "sim/flight_controls/brakes_toggle_max")->simAction = [pc](int phase) {
         if (phase != xplm_CommandBegin) return;
         double& b = pc->datarefByName.at("sim/flightmodel/controls/parkbrake")->values[0];
         b = b > 0.5 ? 0.0 : 1.0;

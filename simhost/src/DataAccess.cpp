@@ -21,7 +21,8 @@ DataRefRec* findDataRefRec(const std::string& name) {
     HostCore* c = core();
     if (!c) return nullptr;
     auto it = c->datarefByName.find(name);
-    return it == c->datarefByName.end() ? nullptr : it->second;
+    // One of X-Plane's own that no one asked for yet gets its record now.
+    return it == c->datarefByName.end() ? makeXPlaneDataRef(*c, name) : it->second;
 }
 
 DataRefRec* validDataRef(void* handle) {
@@ -58,6 +59,18 @@ int toInt(double v) {
 }
 
 constexpr size_t kMaxSharedItems = 65536; ///< bound on a shared array's elements or bytes
+
+/// X-Plane takes a NaN or an infinity into its own datarefs without a word, and its flight model or
+/// drawing then misbehaves: such a write by a plug-in is recorded ("dataref" in the transcript).
+template <class T> void noteNonFinite(const DataRefRec* r, const T* values, int offset, int count) {
+    for (int i = 0; i < count; ++i) {
+        if (std::isfinite(static_cast<double>(values[i]))) continue;
+        const PluginRec* writer = plugin(caller());
+        record("dataref", "non-finite write: " + r->name + "[" + std::to_string(offset + i) +
+                              "] = " + std::to_string(static_cast<double>(values[i])) + " by " +
+                              (writer ? writer->name : std::string("?")));
+    }
+}
 
 void simWrote(DataRefRec* r) {
     if (r->onWrite) r->onWrite(*r);
@@ -116,6 +129,7 @@ void writeArray(void* handle, int typeBit, void* Accessors::*setter, T* in, int 
     if (isSim(r)) {
         growShared(r, r->values, offset, count);
         const int n = clip(static_cast<int>(r->values.size()), offset, count);
+        noteNonFinite(r, in, offset, n);
         for (int i = 0; i < n; ++i)
             r->values[static_cast<size_t>(offset + i)] = in[i];
         if (n > 0) simWrote(r);
@@ -155,12 +169,13 @@ XPLMDataTypeID XPLMGetDataRefTypes(XPLMDataRef inDataRef) {
 
 int XPLMCountDataRefs(void) {
     HostCore* c = core();
-    return c ? static_cast<int>(c->datarefs.size()) : 0;
+    return c ? static_cast<int>(dataRefCount(*c)) : 0;
 }
 
 void XPLMGetDataRefsByIndex(int inOffset, int inCount, XPLMDataRef* outDataRefs) {
     HostCore* c = core();
     if (!c || !outDataRefs) return;
+    makeAllXPlaneDataRefs(*c); // indices are stable from the first listing on
     int n = clip(static_cast<int>(c->datarefs.size()), inOffset, inCount);
     for (int i = 0; i < n; ++i)
         outDataRefs[i] = &c->datarefs[inOffset + i];
@@ -206,6 +221,7 @@ void XPLMSetDataf(XPLMDataRef inDataRef, float inValue) {
     DataRefRec* r = live(inDataRef);
     if (!r || !r->writable || !(r->types & xplmType_Float)) return;
     if (isSim(r)) {
+        noteNonFinite(r, &inValue, 0, 1);
         if (!r->values.empty()) r->values[0] = inValue;
         simWrote(r);
         return;
@@ -225,6 +241,7 @@ void XPLMSetDatad(XPLMDataRef inDataRef, double inValue) {
     DataRefRec* r = live(inDataRef);
     if (!r || !r->writable || !(r->types & xplmType_Double)) return;
     if (isSim(r)) {
+        noteNonFinite(r, &inValue, 0, 1);
         if (!r->values.empty()) r->values[0] = inValue;
         simWrote(r);
         return;

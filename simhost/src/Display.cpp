@@ -8,6 +8,7 @@
 #include "HostInternal.h"
 #include "graphics/GraphicsHooks.h"
 #include "graphics/InstanceDrawing.h"
+#include "graphics/WindowFrame.h"
 #include "graphics/WorldDrawing.h"
 
 #include "XPLMDisplay.h"
@@ -82,10 +83,24 @@ bool drawPhase(HostCore& c, int phase, bool before) {
     return drawSim;
 }
 
+/// True when the host draws the window's frame and title bar (and the user can drag and resize it).
+bool hostDecorated(const WindowRec& w) {
+    return w.decoration == xplm_WindowDecorationRoundRectangle;
+}
+
+bool frontOfLayer(const HostCore& c, const WindowRec* w) {
+    for (size_t i = c.zOrder.size(); i-- > 0;)
+        if (c.zOrder[i]->visible && c.zOrder[i]->layer == w->layer) return c.zOrder[i] == w;
+    return false;
+}
+
 void drawWindows(HostCore& c) {
     std::vector<WindowRec*> order = c.zOrder; // callbacks may create or destroy windows
     for (WindowRec* w : order) {
-        if (!w->alive || !w->visible || !w->draw || !pluginActive(w->owner)) continue;
+        if (!w->alive || !w->visible || !pluginActive(w->owner)) continue;
+        if (hostDecorated(*w))
+            gfx::drawWindowFrame(w->left, w->top, w->right, w->bottom, w->title, frontOfLayer(c, w));
+        if (!w->draw) continue;
         auto fn = reinterpret_cast<XPLMDrawWindow_f>(w->draw);
         callInto(w->owner, "window draw", [&] { fn(w, w->refcon); });
     }
@@ -93,6 +108,48 @@ void drawWindows(HostCore& c) {
 
 bool inside(const WindowRec& w, int x, int y) {
     return x >= w.left && x <= w.right && y >= w.bottom && y <= w.top;
+}
+
+/// The window with its frame: a decorated window's title bar and edges belong to it too.
+bool insideFrame(const WindowRec& w, int x, int y) {
+    if (!hostDecorated(w)) return inside(w, x, y);
+    return x >= w.left - gfx::kFramePx && x <= w.right + gfx::kFramePx && y >= w.bottom - gfx::kFramePx &&
+           y <= w.top + gfx::kTitleBarPx;
+}
+
+bool onTitleBar(const WindowRec& w, int x, int y) {
+    return hostDecorated(w) && y > w.top && insideFrame(w, x, y);
+}
+
+size_t zIndex(const HostCore& c, const WindowRec* w) {
+    for (size_t i = 0; i < c.zOrder.size(); ++i)
+        if (c.zOrder[i] == w) return i;
+    return c.zOrder.size();
+}
+
+/// Puts a window at z-order position `at` (clamped into its layer's run of windows).
+void placeAt(HostCore& c, WindowRec* w, size_t at) {
+    const size_t i = zIndex(c, w);
+    if (i < c.zOrder.size()) c.zOrder.erase(c.zOrder.begin() + static_cast<long>(i));
+    size_t first = 0, end = 0; // [first, end): the windows of w's layer
+    while (first < c.zOrder.size() && c.zOrder[first]->layer < w->layer)
+        ++first;
+    end = first;
+    while (end < c.zOrder.size() && c.zOrder[end]->layer == w->layer)
+        ++end;
+    c.zOrder.insert(c.zOrder.begin() + static_cast<long>(std::min(std::max(at, first), end)), w);
+}
+
+/// Brings a window to the front of its layer: windows of higher layers stay above it.
+void raise(HostCore& c, WindowRec* w) {
+    placeAt(c, w, c.zOrder.size());
+}
+
+/// True when a visible modal window blocks the mouse from the layers below it.
+bool modalShown(const HostCore& c) {
+    for (const WindowRec* w : c.zOrder)
+        if (w->alive && w->visible && w->layer == xplm_WindowLayerModal) return true;
+    return false;
 }
 
 void sendKeyToWindow(WindowRec* w, char ch, int flags, char vkey, bool losing, WindowRec* taker) {
@@ -112,6 +169,7 @@ void setFocus(HostCore& c, WindowRec* w) {
 void removeWindow(HostCore& c, WindowRec* w) {
     if (c.focus == w) setFocus(c, nullptr);
     if (c.mouseCapture == w) c.mouseCapture = nullptr;
+    if (c.titleDrag == w) c.titleDrag = nullptr;
     w->alive = false;
     for (size_t i = 0; i < c.zOrder.size(); ++i)
         if (c.zOrder[i] == w) {
@@ -136,7 +194,7 @@ WindowRec& newWindow(HostCore& c) {
     w.id = c.nextWindowId++;
     w.owner = caller();
     c.windowHandles.insert(&w);
-    c.zOrder.push_back(&w);
+    raise(c, &w); // a new window comes to the front of its layer
     return w;
 }
 
@@ -184,7 +242,10 @@ void drawFrame(HostCore& c) {
     gfx::setup2D();
     for (int p : kPhases2D) {
         drawPhase(c, p, true);
-        if (p == kPhaseWindow) drawWindows(c);
+        if (p == kPhaseWindow) {
+            drawWindows(c);
+            drawAvionics(c);
+        }
         drawPhase(c, p, false);
     }
     gfx::endFrame();
@@ -229,17 +290,28 @@ bool mouseDownAt(int x, int y) {
     c->mouseX = x;
     c->mouseY = y;
     c->mouseCapture = nullptr;
+    c->titleDrag = nullptr;
+    const bool modal = modalShown(*c);
     std::vector<WindowRec*> order = c->zOrder;
     for (size_t i = order.size(); i-- > 0;) {
         WindowRec* w = order[i];
-        if (!w->alive || !w->visible || !inside(*w, x, y)) continue;
-        if (mouseTo(w, x, y, xplm_MouseDown)) {
-            if (w->alive) {
-                c->mouseCapture = w;
-                XPLMBringWindowToFront(w);
-            }
+        if (!w->alive || !w->visible || !insideFrame(*w, x, y)) continue;
+        if (modal && w->layer < xplm_WindowLayerModal) return false; // a modal window takes every click
+        if (hostDecorated(*w) && !inside(*w, x, y)) {
+            // The host's frame: the title bar drags the window; the edges only take the click.
+            raise(*c, w);
+            if (onTitleBar(*w, x, y)) c->titleDrag = w;
             return true;
         }
+        // The clicked window comes to the front before its handler runs, so a window the handler opens
+        // lands above it. A window that lets the click through goes back to where it was.
+        const size_t before = zIndex(*c, w);
+        raise(*c, w);
+        if (mouseTo(w, x, y, xplm_MouseDown)) {
+            if (w->alive) c->mouseCapture = w;
+            return true;
+        }
+        if (w->alive && frontOfLayer(*c, w)) placeAt(*c, w, before);
     }
     return false;
 }
@@ -247,6 +319,13 @@ bool mouseDownAt(int x, int y) {
 void mouseDragAt(int x, int y) {
     HostCore* c = core();
     if (!c) return;
+    if (WindowRec* w = c->titleDrag; w && w->alive) {
+        const int dx = x - c->mouseX, dy = y - c->mouseY;
+        w->left += dx;
+        w->right += dx;
+        w->top += dy;
+        w->bottom += dy;
+    }
     c->mouseX = x;
     c->mouseY = y;
     if (c->mouseCapture && c->mouseCapture->alive) mouseTo(c->mouseCapture, x, y, xplm_MouseDrag);
@@ -255,6 +334,8 @@ void mouseDragAt(int x, int y) {
 void mouseUpAt(int x, int y) {
     HostCore* c = core();
     if (!c) return;
+    if (c->titleDrag) mouseDragAt(x, y);
+    c->titleDrag = nullptr;
     c->mouseX = x;
     c->mouseY = y;
     WindowRec* w = c->mouseCapture;
@@ -307,8 +388,22 @@ std::vector<WindowInfo> windowList() {
     if (!c) return out;
     for (WindowRec* w : c->zOrder)
         out.push_back(WindowInfo{w->id, w->owner, w->left, w->top, w->right, w->bottom, w->visible,
-                                 c->focus == w, w->title});
+                                 c->focus == w, w->title, w->decoration, w->layer});
     return out;
+}
+
+bool resizeWindowTo(int windowId, int width, int height) {
+    HostCore* c = core();
+    if (!c) return false;
+    for (WindowRec* w : c->zOrder) {
+        if (w->id != windowId) continue;
+        if (!hostDecorated(*w) && w->decoration != xplm_WindowDecorationSelfDecoratedResizable) return false;
+        // The top-left corner stays where it is, as when the user drags the bottom-right corner.
+        w->right = w->left + std::max(w->minWidth, std::min(width, w->maxWidth));
+        w->bottom = w->top - std::max(w->minHeight, std::min(height, w->maxHeight));
+        return true;
+    }
+    return false;
 }
 
 } // namespace simhost::detail
@@ -375,7 +470,12 @@ XPLMWindowID XPLMCreateWindowEx(XPLMCreateWindow_t* inParams) {
     // Read only the fields the caller's structSize covers.
     if (inParams->structSize >= static_cast<int>(offsetof(XPLMCreateWindow_t, layer) + sizeof(int))) {
         w.decoration = inParams->decorateAsFloatingWindow;
-        w.layer = inParams->layer;
+        // An unknown layer is taken as the floating one, where the SDK advises windows go.
+        w.layer = inParams->layer >= xplm_WindowLayerFlightOverlay &&
+                          inParams->layer <= xplm_WindowLayerGrowlNotifications
+                      ? inParams->layer
+                      : xplm_WindowLayerFloatingWindows;
+        raise(*c, &w); // into its own layer
     }
     if (inParams->structSize >=
         static_cast<int>(offsetof(XPLMCreateWindow_t, handleRightClickFunc) + sizeof(void*)))
@@ -445,23 +545,13 @@ int XPLMHasKeyboardFocus(XPLMWindowID inWindow) {
 
 void XPLMBringWindowToFront(XPLMWindowID inWindow) {
     HostCore* c = core();
-    WindowRec* w = validWindow(inWindow);
-    if (!w) return;
-    for (size_t i = 0; i < c->zOrder.size(); ++i)
-        if (c->zOrder[i] == w) {
-            c->zOrder.erase(c->zOrder.begin() + static_cast<long>(i));
-            break;
-        }
-    c->zOrder.push_back(w);
+    if (WindowRec* w = validWindow(inWindow)) raise(*c, w);
 }
 
 int XPLMIsWindowInFront(XPLMWindowID inWindow) {
     HostCore* c = core();
     WindowRec* w = validWindow(inWindow);
-    if (!w) return 0;
-    for (size_t i = c->zOrder.size(); i-- > 0;)
-        if (c->zOrder[i]->visible && c->zOrder[i]->layer == w->layer) return c->zOrder[i] == w ? 1 : 0;
-    return 0;
+    return w && frontOfLayer(*c, w) ? 1 : 0;
 }
 
 void XPLMGetMouseLocation(int* outX, int* outY) {
@@ -488,8 +578,23 @@ void XPLMGetWindowGeometryOS(XPLMWindowID inWindowID, int* outLeft, int* outTop,
     XPLMGetWindowGeometry(inWindowID, outLeft, outTop, outRight, outBottom);
 }
 
-void XPLMSetWindowGeometryOS(XPLMWindowID inWindowID, int inLeft, int inTop, int inRight, int inBottom) {
-    XPLMSetWindowGeometry(inWindowID, inLeft, inTop, inRight, inBottom);
+void XPLMSetWindowGeometryOS(XPLMWindowID inWindowID, int, int, int, int) {
+    // Only a popped-out window has OS geometry; on simhost's one screen nothing pops out, and a floating
+    // window keeps its place and size.
+    if (validWindow(inWindowID)) apiError("XPLMSetWindowGeometryOS: the window is not popped out");
+}
+
+void XPLMGetAllMonitorBoundsGlobal(XPLMReceiveMonitorBoundsGlobal_f inMonitorBoundsCallback, void* inRefcon) {
+    // One monitor, full screen, whose boxels are the screen's pixels.
+    HostCore* c = core();
+    if (!c || !inMonitorBoundsCallback) return;
+    inMonitorBoundsCallback(0, 0, c->opt.screenHeight, c->opt.screenWidth, 0, inRefcon);
+}
+
+void XPLMGetAllMonitorBoundsOS(XPLMReceiveMonitorBoundsOS_f inMonitorBoundsCallback, void* inRefcon) {
+    HostCore* c = core();
+    if (!c || !inMonitorBoundsCallback) return;
+    inMonitorBoundsCallback(0, 0, c->opt.screenHeight, c->opt.screenWidth, 0, inRefcon);
 }
 
 int XPLMWindowIsPoppedOut(XPLMWindowID) {
@@ -498,7 +603,15 @@ int XPLMWindowIsPoppedOut(XPLMWindowID) {
 
 void XPLMSetWindowGravity(XPLMWindowID, float, float, float, float) {}
 
-void XPLMSetWindowResizingLimits(XPLMWindowID, int, int, int, int) {}
+void XPLMSetWindowResizingLimits(XPLMWindowID inWindowID, int inMinWidthBoxels, int inMinHeightBoxels,
+                                 int inMaxWidthBoxels, int inMaxHeightBoxels) {
+    WindowRec* w = validWindow(inWindowID);
+    if (!w) return;
+    w->minWidth = std::max(0, inMinWidthBoxels);
+    w->minHeight = std::max(0, inMinHeightBoxels);
+    w->maxWidth = std::max(w->minWidth, inMaxWidthBoxels);
+    w->maxHeight = std::max(w->minHeight, inMaxHeightBoxels);
+}
 
 void XPLMSetWindowPositioningMode(XPLMWindowID inWindowID, XPLMWindowPositioningMode inPositioningMode, int) {
     HostCore* c = core();

@@ -51,6 +51,12 @@ std::string makeSandbox(const HostOptions& opt, bool& temp) {
     return dir;
 }
 
+/// A path given to the control API: relative ones are taken from where the host was created.
+std::string fromLaunchDir(const HostCore& c, const std::string& path) {
+    if (path.empty() || fs::path(path).is_absolute()) return path;
+    return (fs::path(c.launchDir) / path).lexically_normal().string();
+}
+
 void layOutSandbox(HostCore& c) {
     fs::create_directories(c.sandbox + "Resources/plugins");
     fs::create_directories(c.sandbox + "Output/preferences");
@@ -81,9 +87,15 @@ Host::Host(HostOptions options) : impl_(new Impl) {
     if (gHost) throw std::logic_error("simhost: only one Host may be alive at a time");
     HostCore& c = impl_->core;
     if (!(options.fps >= kMinFps && options.fps <= kMaxFps)) options.fps = 60;
+    std::error_code here;
+    c.launchDir = fs::current_path(here).string();
+    if (here) c.launchDir = fs::temp_directory_path(here).string(); // the working directory was removed
+    for (std::string* dir : {&options.speechWavDir, &options.aircraftDir})
+        if (!dir->empty()) *dir = fs::absolute(*dir).string();
     c.opt = options;
     std::string why;
-    if (!loadAircraftProfile(options.aircraft, c.aircraft, &why)) throw std::runtime_error("simhost: " + why);
+    if (!loadAircraftProfile(options.aircraft, options.aircraftDir, c.aircraft, &why))
+        throw std::runtime_error("simhost: " + why);
     c.sandbox = makeSandbox(options, c.tempSandbox);
     layOutSandbox(c);
     c.log = std::fopen((c.sandbox + "Log.txt").c_str(), "w");
@@ -91,10 +103,15 @@ Host::Host(HostOptions options) : impl_(new Impl) {
     setCore(&c);
     writeLog("Log.txt for X-Plane " + std::to_string(options.xplaneVersion) + " (simhost, XPLM " +
              std::to_string(options.xplmVersion) + ")\n");
+    // Plug-ins open files relative to the X-Plane folder, X-Plane's working directory.
+    std::error_code cwd;
+    fs::current_path(c.sandbox, cwd);
+    if (cwd)
+        writeLog("simhost: cannot make " + c.sandbox + " the working directory: " + cwd.message() + "\n");
     installSimDataRefs(c);
     defineSimCommands(c);
     createRootMenus(c);
-    c.datarefsAnnounced = c.datarefs.size();
+    c.datarefsAnnounced = dataRefCount(c);
     worldReset(c);
     gfx::setEnabled(options.render);
     updateCamera(c);
@@ -114,6 +131,8 @@ Host::~Host() {
     c.log = nullptr;
     setCore(nullptr);
     gHost = nullptr;
+    std::error_code cwd;
+    fs::current_path(c.launchDir, cwd);
     if (c.tempSandbox) {
         std::error_code ec;
         fs::remove_all(c.sandbox, ec);
@@ -129,10 +148,34 @@ const HostOptions& Host::options() const {
 
 // ---------------------------------------------------------------- plug-ins
 int Host::loadPlugin(const std::string& xplPath, std::string* error) {
-    return loadPluginFile(impl_->core, xplPath, "", error);
+    return loadPlugin(xplPath, "", PluginLayout::Flat, error);
 }
 int Host::loadPlugin(const std::string& xplPath, const std::string& dataDir, std::string* error) {
-    return loadPluginFile(impl_->core, xplPath, dataDir, error);
+    return loadPlugin(xplPath, dataDir, PluginLayout::Flat, error);
+}
+int Host::loadPlugin(const std::string& xplPath, const std::string& dataDir, PluginLayout layout,
+                     std::string* error) {
+    HostCore& c = impl_->core;
+    return loadPluginFile(c, fromLaunchDir(c, xplPath), fromLaunchDir(c, dataDir), layout, error);
+}
+std::string Host::installPlugin(const std::string& path, const std::string& dataDir, PluginLayout layout,
+                                std::string* error) {
+    HostCore& c = impl_->core;
+    return detail::installPlugin(c, fromLaunchDir(c, path), fromLaunchDir(c, dataDir), layout, error);
+}
+int Host::installPluginsFolder(const std::string& pluginsDir, std::string* error) {
+    HostCore& c = impl_->core;
+    return detail::installPluginsFolder(c, fromLaunchDir(c, pluginsDir), error);
+}
+std::vector<int> Host::startInstalledPlugins(std::string* errors) {
+    HostCore& c = impl_->core;
+    std::vector<int> ids = detail::startInstalledPlugins(c, errors);
+    // Then X-Plane loads the user's aircraft, puts it at its airport and loads the scenery around it.
+    record("world", "aircraft " + c.aircraft.type);
+    sendToPlugin(XPLM_NO_PLUGIN_ID, kMsgPlaneLoaded, nullptr, 0); // param 0: the user's aircraft
+    loadAirport();
+    loadScenery();
+    return ids;
 }
 void Host::unloadPlugin(int id) {
     unloadPluginNow(impl_->core, id);
@@ -198,6 +241,8 @@ void Host::runFrames(int n) {
         if (!c.paused) worldStep(c, dt);
         runFlightLoops(c, 1);
         c.lastFlightLoopDispatch = c.wallTime;
+        stepSounds(c);
+        stepMaps(c);
         updateCamera(c);
         drawFrame(c);
         worldPullState(c);
@@ -303,9 +348,7 @@ void Host::set(const std::string& name, double value, int index) {
             return;
         }
         if (name == "sim/flightmodel/position/y_agl") {
-            c.world.holdAgl = value; // fly at that height
-            c.datarefByName.at("sim/flightmodel/position/local_y")->values[0] = c.world.groundY + value;
-            rec->values[0] = value;
+            worldHoldHeight(c, value); // fly at that height
             return;
         }
         if (name == "sim/flightmodel/position/magpsi" || name == "sim/flightmodel/position/mag_psi") {
@@ -415,9 +458,10 @@ void Host::loadAircraft(const std::string& profile) {
     HostCore& c = impl_->core;
     Aircraft a;
     std::string why;
-    if (!loadAircraftProfile(profile, a, &why)) throw std::runtime_error("simhost: " + why);
+    const std::string path = profile.find('/') == std::string::npos ? profile : fromLaunchDir(c, profile);
+    if (!loadAircraftProfile(path, c.opt.aircraftDir, a, &why)) throw std::runtime_error("simhost: " + why);
     c.aircraft = a;
-    c.opt.aircraft = profile;
+    c.opt.aircraft = path;
     layOutSandbox(c);
     worldReset(c);
     record("world", "aircraft " + a.type);
@@ -529,7 +573,7 @@ bool Host::renderingAvailable() const {
 
 bool Host::screenshot(const std::string& pngPath) {
     std::string why;
-    if (gfx::writePng(pngPath, &why)) return true;
+    if (gfx::writePng(fromLaunchDir(impl_->core, pngPath), &why)) return true;
     writeLog("simhost: no screenshot " + pngPath + ": " + why + "\n");
     return false;
 }

@@ -152,6 +152,8 @@ struct WindowRec {
     void* refcon = nullptr;
     int decoration = 0, layer = 0;
     std::string title;
+    int minWidth = 0, minHeight = 0;             ///< XPLMSetWindowResizingLimits, boxels
+    int maxWidth = 1 << 20, maxHeight = 1 << 20; ///< boxels
 };
 struct KeySnifferRec {
     void* fn = nullptr;
@@ -216,10 +218,123 @@ struct WorldRec {
     Aircraft shadow;                 ///< last state synchronised with the datarefs
 };
 
+// ------------------------------------------------------------------ navigation
+/// One navaid of simhost's small database.
+struct NavAidRec {
+    int type = 0; ///< XPLMNavType
+    std::string id, name;
+    double latDeg = 0, lonDeg = 0;
+    float heightM = 0;    ///< metres MSL
+    int frequency = 0;    ///< NDB kHz; others MHz x 100; 0 none
+    float headingDeg = 0; ///< localizer course, degrees true
+};
+/// One FMS entry; an unused one has type xplm_Nav_Unknown.
+struct FmsEntryRec {
+    int type = 0;
+    std::string id;
+    int ref = -1; ///< navaid index, -1 for lat/lon entries
+    int altitudeFt = 0;
+    float latDeg = 0, lonDeg = 0;
+};
+/// One flight plan of a navigation unit.
+struct FlightPlanRec {
+    std::vector<FmsEntryRec> entries; ///< kFmsEntries, contiguous from 0
+    int displayed = 0, destination = 0;
+};
+struct NavState {
+    std::vector<NavAidRec> aids;      ///< sorted by type; built on first use around the apron
+    std::vector<FlightPlanRec> plans; ///< pilot/co-pilot primary, approach, temporary
+};
+
+// ------------------------------------------------------------------ sound
+/// A PCM buffer playing on a bus (XPLMPlayPCMOnBus).
+struct SoundChannelRec {
+    int id = 0;
+    int owner = 0;
+    int bus = 0;
+    double endsAt = 0; ///< wall seconds; ignored when looping
+    bool loop = false;
+    bool alive = true;
+    void* callback = nullptr; ///< XPLMPCMComplete_f
+    void* refcon = nullptr;
+};
+
+// ------------------------------------------------------------------ maps
+struct MapLayerRec {
+    int owner = 0;
+    std::string map, name;
+    int type = 0; ///< XPLMMapLayerType
+    void *willBeDeleted = nullptr, *prepCache = nullptr, *draw = nullptr, *icon = nullptr, *label = nullptr;
+    void* refcon = nullptr;
+    bool alive = true;
+    bool cachePrepared = false;
+};
+struct MapHookRec {
+    int owner = 0;
+    void* fn = nullptr; ///< XPLMMapCreatedCallback_f
+    void* refcon = nullptr;
+    bool alive = true;
+};
+struct MapState {
+    std::set<std::string> shown;    ///< maps that exist now
+    std::deque<MapLayerRec> layers; ///< handles stay valid
+    std::unordered_set<const void*> layerHandles;
+    std::vector<MapHookRec> hooks;
+    std::vector<MapMark> marks;     ///< what the last map frame drew
+    MapLayerRec* drawing = nullptr; ///< the layer whose icon/label callback runs
+};
+
+// ------------------------------------------------------------------ avionics
+/// What a cockpit device's pop-up shows; one per built-in device (every handle on it shares it), one per
+/// created device.
+struct DevicePopup {
+    bool visible = false, keyboardFocus = false;
+    float brightnessRheo = 1;                     ///< ratio 0..1
+    int left = 0, top = 0, right = 0, bottom = 0; ///< boxels
+};
+struct AvionicsRec {
+    int owner = 0;
+    int device = -1;        ///< built-in XPLMDeviceID, -1 for a created device
+    std::string deviceId;   ///< created devices: the unique ID
+    bool callbacks = false; ///< registered with XPLMRegisterAvionicsCallbacksEx (or created)
+    void *drawBefore = nullptr, *drawAfter = nullptr, *screenDraw = nullptr, *bezelDraw = nullptr;
+    void* refcon = nullptr;
+    bool alive = true;
+    bool needsDrawing = true, drawOnDemand = false;
+    DevicePopup own; ///< a created device's pop-up
+};
+
+// ------------------------------------------------------------------ weather
+/// A weather report a plug-in set (XPLMSetWeatherAtLocation / XPLMSetWeatherAtAirport).
+struct WeatherReport {
+    int owner = 0;
+    std::string airport; ///< empty for a report at a place
+    double latDeg = 0, lonDeg = 0;
+    float radiusNm = 30; ///< horizontal reach, nautical miles
+    Weather values;
+    long serial = 0; ///< when it was set, in order
+};
+
+// ------------------------------------------------------------------ AI planes
+struct PlanesState {
+    int aiCount = 0;                 ///< AI aircraft besides the user's (Host::setAiAircraftCount)
+    int activeCount = 1;             ///< XPLMSetActiveAircraftCount, the user's included
+    int holder = -1;                 ///< plug-in that acquired the planes, -1 none
+    std::vector<std::string> models; ///< index 1.. : XPLMSetAircraftModel paths
+    struct Waiter {
+        int plugin;
+        void* fn; ///< XPLMPlanesAvailable_f
+        void* refcon;
+    };
+    std::vector<Waiter> waiting; ///< refused XPLMAcquirePlanes calls with a callback
+};
+
 /// The whole host.
 struct HostCore {
     HostOptions opt;
-    std::string sandbox; ///< with trailing "/"
+    std::string sandbox; ///< with trailing "/"; the process's working directory while the host lives
+    std::string
+        launchDir; ///< the working directory the host was created in (relative paths of the control API)
     bool tempSandbox = false;
     FILE* log = nullptr;
     std::vector<TranscriptEntry> transcript;
@@ -240,6 +355,7 @@ struct HostCore {
     int directCaller = -1;
     std::deque<DataRefRec> datarefs;
     std::unordered_map<std::string, DataRefRec*> datarefByName;
+    int xplaneDataRefsPending = 0; ///< rows of X-Plane's table (XPlaneTables.h) not made into records yet
     std::unordered_set<const void*> datarefHandles;
     std::deque<FlightLoopRec> flightLoops; ///< every loop ever made (handles stay valid, dead or alive)
     std::unordered_set<const void*> flightLoopHandles;
@@ -260,6 +376,7 @@ struct HostCore {
     std::vector<WindowRec*> zOrder; ///< back to front
     WindowRec* focus = nullptr;
     WindowRec* mouseCapture = nullptr;
+    WindowRec* titleDrag = nullptr; ///< a decorated window dragged by its title bar
     int mouseX = 0, mouseY = 0;
     int nextWindowId = 1;
     std::vector<KeySnifferRec> sniffers;
@@ -281,6 +398,20 @@ struct HostCore {
     Aircraft aircraft;
     std::function<void(int pluginId, const char* what, bool entering)> callObserver; ///< see Host
     size_t datarefsAnnounced = 0; ///< dataref count last sent with XPLM_MSG_DATAREFS_ADDED
+    NavState nav;
+    std::deque<SoundChannelRec> sounds; ///< every channel ever played (handles stay valid)
+    std::unordered_set<const void*> soundHandles;
+    std::vector<SoundChannelRec*> soundsPlaying; ///< the live channels, so a frame looks at no finished one
+    int soundsWritten = 0;                       ///< PCM buffers written as WAVs into speechWavDir
+    MapState maps;
+    std::deque<AvionicsRec> avionics;
+    std::map<int, DevicePopup> builtInPopups; ///< by XPLMDeviceID
+    std::unordered_set<const void*> avionicsHandles;
+    Weather weather;
+    std::vector<WeatherReport> weatherReports; ///< set by plug-ins (XPLM 4.2)
+    long weatherSerial = 0;                    ///< serial of the last report set
+    long weatherBatchStart = -1;               ///< serial when XPLMBeginWeatherUpdate ran; -1 outside a batch
+    PlanesState planes;
 };
 
 /// The local frame's reference point as X-Plane publishes it (lat_ref/lon_ref are floats), degrees.
@@ -289,6 +420,11 @@ inline double refLat(const HostCore& c) {
 }
 inline double refLon(const HostCore& c) {
     return c.refLonDeg;
+}
+
+/// Every dataref there is: those with a record and X-Plane's that no one has looked up yet.
+inline size_t dataRefCount(const HostCore& c) {
+    return c.datarefs.size() + static_cast<size_t>(c.xplaneDataRefsPending);
 }
 
 /// The live host's state, or nullptr when no Host exists.
@@ -327,6 +463,8 @@ template <class F> void callInto(int id, const char* what, F&& f) {
 
 // ---- per-file entry points used by the Host (defined in the matching .cpp) ----
 void installSimDataRefs(HostCore& c);                                        // SimDataRefs.cpp
+DataRefRec* makeXPlaneDataRef(HostCore& c, const std::string& name);         // SimDataRefs.cpp
+void makeAllXPlaneDataRefs(HostCore& c);                                     // SimDataRefs.cpp
 DataRefRec* findDataRefRec(const std::string& name);                         // DataAccess.cpp
 DataRefRec* validDataRef(void* handle);                                      // DataAccess.cpp
 void defineSimCommands(HostCore& c);                                         // Commands.cpp
@@ -342,6 +480,7 @@ void worldPushEdits(HostCore& c);                                            // 
 void worldPullState(HostCore& c);                                            // World.cpp
 void worldSetAttitude(HostCore& c, double psi, double theta, double phi);    // World.cpp
 void worldShiftOrigin(HostCore& c, double refLatDeg, double refLonDeg);      // World.cpp
+void worldHoldHeight(HostCore& c, double aglM);                              // World.cpp
 double worldParkedHeight(const HostCore& c);                                 // World.cpp
 void drawFrame(HostCore& c);                                                 // Display.cpp
 void routeKey(char ch, int flags, char vkey);                                // Display.cpp
@@ -354,7 +493,12 @@ void announceNewDataRefs(HostCore& c);                                       // 
 
 namespace simhost::detail {
 // Plug-in lifecycle (Plugins.cpp)
-int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& dataDir, std::string* error);
+int loadPluginFile(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
+                   std::string* error);
+std::string installPlugin(HostCore& c, const std::string& path, const std::string& dataDir,
+                          PluginLayout layout, std::string* error);
+int installPluginsFolder(HostCore& c, const std::string& pluginsDir, std::string* error);
+std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors);
 int addInProcessPlugin(HostCore& c, InProcessPlugin p);
 bool enablePlugin(HostCore& c, int id);
 void disablePlugin(HostCore& c, int id);
@@ -381,10 +525,27 @@ void scrollAt(int x, int y, int clicks);
 void dropDisplay(HostCore& c, int pluginId);
 void listDisplay(const HostCore& c, int pluginId, std::vector<std::string>& out);
 std::vector<WindowInfo> windowList();
+bool resizeWindowTo(int windowId, int width, int height);
 } // namespace simhost::detail
 
 namespace simhost::detail {
 void dropCamera(HostCore& c, int pluginId); // Camera.cpp
+} // namespace simhost::detail
+
+namespace simhost::detail {
+// The services beyond the aircraft: each file's frame step, clean-up and registration list.
+void stepSounds(HostCore& c);                                                      // Sound.cpp
+void dropSounds(HostCore& c, int pluginId);                                        // Sound.cpp
+void stepMaps(HostCore& c);                                                        // Map.cpp
+void dropMaps(HostCore& c, int pluginId);                                          // Map.cpp
+void listMaps(const HostCore& c, int pluginId, std::vector<std::string>& out);     // Map.cpp
+void showMap(HostCore& c, const std::string& mapId);                               // Map.cpp
+void hideMap(HostCore& c, const std::string& mapId);                               // Map.cpp
+void drawAvionics(HostCore& c);                                                    // Avionics.cpp
+void dropAvionics(HostCore& c, int pluginId);                                      // Avionics.cpp
+void listAvionics(const HostCore& c, int pluginId, std::vector<std::string>& out); // Avionics.cpp
+void dropPlanes(HostCore& c, int pluginId);                                        // Planes.cpp
+NavState& navDatabase(HostCore& c);                                                // Navigation.cpp
 } // namespace simhost::detail
 
 namespace simhost::detail {

@@ -1,9 +1,11 @@
-// XPLMPlugin.h and the plug-in lifecycle: installing a .xpl into the sandbox,
-// dlopen, XPluginStart/Enable/Disable/Stop, messages between plug-ins.
+// XPLMPlugin.h and the plug-in lifecycle: installing plug-ins into the sandbox's
+// Resources/plugins in X-Plane's layouts, dlopen, X-Plane's start-up order,
+// XPluginStart/Enable/Disable/Stop, messages between plug-ins.
 #include "HostInternal.h"
 
 #include "XPLMPlugin.h"
 
+#include <algorithm>
 #include <cstring>
 #include <dlfcn.h>
 #include <filesystem>
@@ -80,42 +82,115 @@ int caller() {
     return c && c->directCaller >= 0 ? c->directCaller : 0;
 }
 
-int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& dataDir, std::string* error) {
-    auto fail = [&](const std::string& why) {
-        writeLog("dlerror:" + xplPath + ": " + why + "\n");
-        if (error) *error = why;
-        return -1;
-    };
-    std::error_code ec;
-    fs::path src = fs::absolute(xplPath, ec);
-    if (ec || !fs::is_regular_file(src, ec)) return fail("no such plug-in file");
-    if (!dataDir.empty() && !fs::is_directory(dataDir, ec)) return fail("no data folder " + dataDir);
-    // Installed copy: Resources/plugins/<name>.xpl beside its data folder <name>/.
-    fs::path dir = fs::path(c.sandbox) / "Resources" / "plugins";
-    fs::path dst = dir / src.filename();
-    if (fs::exists(dst, ec)) {
-        // The same file twice: a second copy under its own name, so dlopen loads it afresh.
-        dst = dir /
-              (src.stem().string() + "-" + std::to_string(c.plugins.size() + 1) + src.extension().string());
-    }
-    fs::copy_file(src, dst, fs::copy_options::overwrite_existing, ec);
-    if (ec) return fail("cannot copy into the sandbox: " + ec.message());
-    // The data folder: the one named, else the one beside the file, if any.
-    fs::path dataSrc = dataDir.empty() ? src.parent_path() / src.stem() : fs::path(dataDir);
-    fs::path dataDst = dir / src.stem();
-    if (fs::is_directory(dataSrc, ec) && !fs::exists(dataDst, ec)) {
-        fs::copy(dataSrc, dataDst, fs::copy_options::recursive, ec);
-        if (ec) return fail("cannot copy the data folder: " + ec.message());
-    }
+namespace {
 
-    void* dl = dlopen(dst.c_str(), RTLD_NOW | RTLD_LOCAL);
+// Fat plug-ins: X-Plane 11.10 and later look in <Name>/<platform>_x64/<Name>.xpl; the layout before it
+// (still loaded) is <Name>/64/<platform>.xpl.
+#if defined(_WIN32)
+constexpr const char* kPlatformFolder = "win_x64";
+constexpr const char* kFat64File = "win.xpl";
+#elif defined(__APPLE__)
+constexpr const char* kPlatformFolder = "mac_x64";
+constexpr const char* kFat64File = "mac.xpl";
+#else
+constexpr const char* kPlatformFolder = "lin_x64";
+constexpr const char* kFat64File = "lin.xpl";
+#endif
+constexpr const char* kFat64Folder = "64";
+
+fs::path pluginsFolder(const HostCore& c) {
+    return fs::path(c.sandbox) / "Resources" / "plugins";
+}
+
+/// The .xpl X-Plane loads from an entry of a plug-ins folder: the entry itself when it is a .xpl file;
+/// for a folder <Name>, <Name>/<platform>_x64/<Name>.xpl (else the first .xpl there), else
+/// <Name>/64/<platform>.xpl. Empty when X-Plane loads nothing from it (a flat plug-in's data folder).
+fs::path pluginFileIn(const fs::path& entry) {
+    std::error_code ec;
+    if (fs::is_regular_file(entry, ec)) return entry.extension() == ".xpl" ? entry : fs::path();
+    const fs::path platform = entry / kPlatformFolder;
+    const fs::path named = platform / (entry.filename().string() + ".xpl");
+    if (fs::is_regular_file(named, ec)) return named;
+    std::vector<fs::path> others;
+    for (const auto& f : fs::directory_iterator(platform, ec))
+        if (f.path().extension() == ".xpl" && f.is_regular_file(ec)) others.push_back(f.path());
+    if (!others.empty()) return *std::min_element(others.begin(), others.end());
+    const fs::path fat64 = entry / kFat64Folder / kFat64File;
+    return fs::is_regular_file(fat64, ec) ? fat64 : fs::path();
+}
+
+/// A name in Resources/plugins no file or folder has yet: the plug-in's own, else with "-2", "-3"...
+/// (the same plug-in installed twice: dlopen loads the second copy afresh).
+fs::path freeName(const fs::path& dir, const std::string& stem, const std::string& extension) {
+    std::error_code ec;
+    fs::path at = dir / (stem + extension);
+    for (int n = 2; fs::exists(at, ec); ++n)
+        at = dir / (stem + "-" + std::to_string(n) + extension);
+    return at;
+}
+
+/// Copies a plug-in into Resources/plugins; returns the installed .xpl, or empty with *why.
+fs::path installFiles(HostCore& c, const fs::path& src, const fs::path& dataDir, PluginLayout layout,
+                      std::string& why) {
+    std::error_code ec;
+    const fs::path dir = pluginsFolder(c);
+    if (fs::is_directory(src, ec)) {
+        // A plug-in folder goes in whole, in whatever fat layout it has.
+        const fs::path xpl = pluginFileIn(src);
+        if (xpl.empty()) {
+            why = std::string("no ") + kPlatformFolder + "/" + src.filename().string() + ".xpl or " +
+                  kFat64Folder + "/" + kFat64File + " in the plug-in folder";
+            return {};
+        }
+        const fs::path dst = freeName(dir, src.filename().string(), "");
+        fs::copy(src, dst, fs::copy_options::recursive, ec);
+        if (ec) why = "cannot copy into the sandbox: " + ec.message();
+        return ec ? fs::path() : dst / xpl.lexically_relative(src);
+    }
+    if (!fs::is_regular_file(src, ec)) {
+        why = "no such plug-in file";
+        return {};
+    }
+    if (!dataDir.empty() && !fs::is_directory(dataDir, ec)) {
+        why = "no data folder " + dataDir.string();
+        return {};
+    }
+    // The data folder: the one named, else the one beside the file, if any.
+    const fs::path data = dataDir.empty() ? src.parent_path() / src.stem() : dataDir;
+    const std::string stem = src.stem().string();
+    fs::path xpl, dataDst;
+    if (layout == PluginLayout::Flat) {
+        xpl = freeName(dir, stem, ".xpl");
+        dataDst = dir / stem; // shared by a second copy of the same plug-in
+    } else {
+        dataDst = freeName(dir, stem, "");
+        xpl = layout == PluginLayout::Fat ? dataDst / kPlatformFolder / (stem + ".xpl")
+                                          : dataDst / kFat64Folder / kFat64File;
+    }
+    if (fs::is_directory(data, ec) && !fs::exists(dataDst, ec)) {
+        fs::copy(data, dataDst, fs::copy_options::recursive, ec);
+        if (ec) {
+            why = "cannot copy the data folder: " + ec.message();
+            return {};
+        }
+    }
+    fs::create_directories(xpl.parent_path(), ec);
+    fs::copy_file(src, xpl, fs::copy_options::overwrite_existing, ec);
+    if (ec) why = "cannot copy into the sandbox: " + ec.message();
+    return ec ? fs::path() : xpl;
+}
+
+/// Loads an installed .xpl and finds its entry points (not started yet); nullptr with *why.
+PluginRec* openPlugin(HostCore& c, const fs::path& xpl, std::string& why) {
+    void* dl = dlopen(xpl.string().c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!dl) {
-        const char* why = dlerror();
-        return fail(why ? why : "dlopen failed");
+        const char* e = dlerror();
+        why = e ? e : "dlopen failed";
+        return nullptr;
     }
     PluginRec& p = newRecord(c);
     p.dl = dl;
-    p.path = dst.string();
+    p.path = xpl.string();
     p.xStart = reinterpret_cast<int (*)(char*, char*, char*)>(dlsym(dl, "XPluginStart"));
     p.xStop = reinterpret_cast<void (*)()>(dlsym(dl, "XPluginStop"));
     p.xEnable = reinterpret_cast<int (*)()>(dlsym(dl, "XPluginEnable"));
@@ -125,17 +200,101 @@ int loadPluginFile(HostCore& c, const std::string& xplPath, const std::string& d
         p.alive = false;
         dlclose(dl);
         p.dl = nullptr;
-        return fail("missing one of the five entry points XPluginStart/Stop/Enable/Disable/ReceiveMessage");
+        why = "missing one of the five entry points XPluginStart/Stop/Enable/Disable/ReceiveMessage";
+        return nullptr;
     }
-    if (!start(c, p)) {
-        dropRegistrations(c, p.id);
-        p.alive = false;
-        dlclose(dl);
-        p.dl = nullptr;
-        return fail("XPluginStart returned 0");
+    return &p;
+}
+
+/// XPluginStart of an opened plug-in; a refusal unloads it again (*why says so).
+bool startOpened(HostCore& c, PluginRec& p, std::string& why) {
+    if (start(c, p)) return true;
+    dropRegistrations(c, p.id);
+    p.alive = false;
+    dlclose(p.dl);
+    p.dl = nullptr;
+    why = "XPluginStart returned 0";
+    return false;
+}
+
+int failLoad(const std::string& path, const std::string& why, std::string* error) {
+    writeLog("dlerror:" + path + ": " + why + "\n");
+    if (error) *error = why;
+    return -1;
+}
+
+} // namespace
+
+int loadPluginFile(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
+                   std::string* error) {
+    std::string why;
+    const fs::path xpl = installFiles(c, path, dataDir, layout, why);
+    if (xpl.empty()) return failLoad(path, why, error);
+    PluginRec* p = openPlugin(c, xpl, why);
+    if (!p || !startOpened(c, *p, why)) return failLoad(path, why, error);
+    enablePlugin(c, p->id);
+    return p->id;
+}
+
+std::string installPlugin(HostCore& c, const std::string& path, const std::string& dataDir,
+                          PluginLayout layout, std::string* error) {
+    std::string why;
+    const fs::path xpl = installFiles(c, path, dataDir, layout, why);
+    if (xpl.empty() && error) *error = why;
+    return xpl.string();
+}
+
+int installPluginsFolder(HostCore& c, const std::string& pluginsDir, std::string* error) {
+    std::error_code ec;
+    if (!fs::is_directory(pluginsDir, ec)) {
+        if (error) *error = "no plug-ins folder " + pluginsDir;
+        return -1;
     }
-    enablePlugin(c, p.id);
-    return p.id;
+    int installed = 0;
+    for (const auto& entry : fs::directory_iterator(pluginsDir, ec)) {
+        const fs::path& e = entry.path();
+        if (pluginFileIn(e).empty()) continue; // a flat plug-in's data folder goes in with its .xpl
+        std::string why;
+        if (installFiles(c, e, {}, PluginLayout::Flat, why).empty()) {
+            writeLog("simhost: cannot install " + e.string() + ": " + why + "\n");
+            if (error) *error += e.string() + ": " + why + "\n";
+            continue;
+        }
+        ++installed;
+    }
+    return installed;
+}
+
+std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors) {
+    std::error_code ec;
+    std::vector<fs::path> entries;
+    for (const auto& entry : fs::directory_iterator(pluginsFolder(c), ec))
+        entries.push_back(entry.path());
+    // X-Plane takes them in the folder's order; simhost sorts by name, so that runs repeat.
+    std::sort(entries.begin(), entries.end());
+    std::vector<PluginRec*> started;
+    for (const fs::path& e : entries) {
+        const fs::path xpl = pluginFileIn(e);
+        const bool loaded = std::any_of(c.plugins.begin(), c.plugins.end(),
+                                        [&](const auto& p) { return p->alive && p->path == xpl.string(); });
+        if (xpl.empty() || loaded) continue;
+        std::string why;
+        PluginRec* p = openPlugin(c, xpl, why);
+        if (p && startOpened(c, *p, why)) {
+            started.push_back(p);
+            continue;
+        }
+        failLoad(xpl.string(), why, nullptr);
+        if (errors) *errors += xpl.string() + ": " + why + "\n";
+    }
+    // Every plug-in is started before the first is enabled: one may publish datarefs in XPluginStart that
+    // another finds in XPluginEnable.
+    std::vector<int> ids;
+    for (PluginRec* p : started) {
+        enablePlugin(c, p->id);
+        ids.push_back(p->id);
+    }
+    return ids;
 }
 
 int addInProcessPlugin(HostCore& c, InProcessPlugin in) {
@@ -237,9 +396,10 @@ void sendToPlugin(int to, int message, void* param, int from) {
 
 void announceNewDataRefs(HostCore& c) {
     // At most once per frame, to the plug-ins that asked for it, with the new total count.
-    if (c.datarefs.size() <= c.datarefsAnnounced) return;
-    c.datarefsAnnounced = c.datarefs.size();
-    int count = static_cast<int>(c.datarefs.size());
+    const size_t total = dataRefCount(c);
+    if (total <= c.datarefsAnnounced) return;
+    c.datarefsAnnounced = total;
+    int count = static_cast<int>(total);
     constexpr int kMsgDataRefsAdded = 114;
     const size_t n = c.plugins.size();
     for (size_t i = 0; i < n; ++i) {

@@ -1,9 +1,15 @@
-// The datarefs X-Plane itself provides, with X-Plane 12's types, array sizes and
-// writability, and the version profiles that decide which names exist on the
-// emulated X-Plane.
+// The datarefs X-Plane itself provides. The ones simhost's world and camera
+// drive are defined here by hand, with their starting values and the version
+// profiles that decide which names exist on the emulated X-Plane; they take
+// precedence over the row of the same name in the table of every dataref
+// X-Plane 12.1 publishes (XPlaneTables.h), whose datarefs hold zeros until
+// someone writes them.
 #include "HostInternal.h"
+#include "XPlaneTables.h"
 
 #include "XPLMDataAccess.h"
+
+#include <algorithm>
 
 namespace simhost::detail {
 
@@ -44,9 +50,9 @@ const SimDataRefDef kSimDataRefs[] = {
     {"sim/flightmodel/position/local_x", kDouble, 1, true, 0, {}},
     {"sim/flightmodel/position/local_y", kDouble, 1, true, 0, {}},
     {"sim/flightmodel/position/local_z", kDouble, 1, true, 0, {}},
-    {"sim/flightmodel/position/latitude", xplmType_Double, 1, false, 0, {}},
-    {"sim/flightmodel/position/longitude", xplmType_Double, 1, false, 0, {}},
-    {"sim/flightmodel/position/elevation", xplmType_Double, 1, false, 0, {}},
+    {"sim/flightmodel/position/latitude", kDouble, 1, false, 0, {}},
+    {"sim/flightmodel/position/longitude", kDouble, 1, false, 0, {}},
+    {"sim/flightmodel/position/elevation", kDouble, 1, false, 0, {}},
     {"sim/flightmodel/position/lat_ref", kFloat, 1, false, 0, {}},
     {"sim/flightmodel/position/lon_ref", kFloat, 1, false, 0, {}},
     {"sim/flightmodel/position/psi", kFloat, 1, true, 0, {}},
@@ -137,25 +143,45 @@ bool availableOn(const Availability& a, int version) {
     return version >= a.from && version < a.before;
 }
 
+DataRefRec& addRecord(HostCore& c, const std::string& name, int types, int size, bool writable) {
+    c.datarefs.emplace_back();
+    DataRefRec& r = c.datarefs.back();
+    r.name = name;
+    r.types = types;
+    r.writable = writable;
+    r.owner = 0;
+    if (types & xplmType_Data)
+        r.bytes.assign(static_cast<size_t>(size), '\0');
+    else
+        r.values.assign(static_cast<size_t>(size), 0.0);
+    c.datarefByName[r.name] = &r;
+    c.datarefHandles.insert(&r);
+    return r;
+}
+
 } // namespace
+
+DataRefRec* makeXPlaneDataRef(HostCore& c, const std::string& name) {
+    const XPlaneDataRefRow* row = findXPlaneDataRef(name.c_str());
+    if (!row || c.datarefByName.count(name)) return nullptr;
+    --c.xplaneDataRefsPending;
+    return &addRecord(c, name, row->types, row->size, row->writable);
+}
+
+void makeAllXPlaneDataRefs(HostCore& c) {
+    for (int i = 0; i < kXPlaneDataRefCount && c.xplaneDataRefsPending > 0; ++i)
+        if (!c.datarefByName.count(kXPlaneDataRefs[i].name)) makeXPlaneDataRef(c, kXPlaneDataRefs[i].name);
+}
 
 void installSimDataRefs(HostCore& c) {
     const int version = c.opt.xplaneVersion;
+    c.xplaneDataRefsPending = kXPlaneDataRefCount;
     for (const SimDataRefDef& d : kSimDataRefs) {
-        c.datarefs.emplace_back();
-        DataRefRec& r = c.datarefs.back();
-        r.name = d.name;
-        r.types = d.types;
-        r.writable = d.writable;
-        r.owner = 0;
-        if (d.types & xplmType_Data)
-            r.bytes.assign(static_cast<size_t>(d.size), '\0');
-        else
-            r.values.assign(static_cast<size_t>(d.size), d.initial);
+        DataRefRec& r = addRecord(c, d.name, d.types, d.size, d.writable);
+        if (!(d.types & xplmType_Data)) std::fill(r.values.begin(), r.values.end(), d.initial);
         // Names this version does not have stay unreachable, as if X-Plane never had them.
         r.removed = !availableOn(d.avail, version);
-        c.datarefByName[r.name] = &r;
-        c.datarefHandles.insert(&r);
+        if (findXPlaneDataRef(d.name)) --c.xplaneDataRefsPending; // this definition stands for the row
     }
     // Hosts before 8.00 had the gear arrays with the nose and main gear at 67 and 68.
     if (version < 800) {

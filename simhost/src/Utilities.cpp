@@ -17,9 +17,68 @@ namespace {
 
 constexpr size_t kPathBufferBytes = 512; ///< XPLMGetSystemPath / XPLMGetPrefsPath buffers
 
-/// XPLM 4.2 functions (X-Plane 12.3): found only when the emulated XPLM is that new.
-constexpr const char* kXplm420Functions[] = {"XPLMInstanceSetPositionDouble", "XPLMInstanceSetAutoShift"};
-constexpr int kFirstXplmWithDoubleInstances = 420;
+/// Functions of the 4.x API levels: XPLMFindSymbol finds them only when the emulated XPLM is that new.
+struct NewerFunction {
+    const char* name;
+    int firstXplm; ///< the XPLM version that brought it
+};
+constexpr NewerFunction kNewerFunctions[] = {
+    // XPLM 4.0 (X-Plane 12.0): sound, weather at a place, customised cockpit devices
+    {"XPLMPlayPCMOnBus", 400},
+    {"XPLMStopAudio", 400},
+    {"XPLMSetAudioPosition", 400},
+    {"XPLMSetAudioFadeDistance", 400},
+    {"XPLMSetAudioVolume", 400},
+    {"XPLMSetAudioPitch", 400},
+    {"XPLMSetAudioCone", 400},
+    {"XPLMGetFMODStudio", 400},
+    {"XPLMGetFMODChannelGroup", 400},
+    {"XPLMGetMETARForAirport", 400},
+    {"XPLMGetWeatherAtLocation", 400},
+    {"XPLMRegisterAvionicsCallbacksEx", 400},
+    {"XPLMGetAvionicsHandle", 400},
+    {"XPLMUnregisterAvionicsCallbacks", 400},
+    // XPLM 4.1 (X-Plane 12.1): the flight plans of both units, devices of a plug-in's own
+    {"XPLMCountFMSFlightPlanEntries", 410},
+    {"XPLMGetDisplayedFMSFlightPlanEntry", 410},
+    {"XPLMGetDestinationFMSFlightPlanEntry", 410},
+    {"XPLMSetDisplayedFMSFlightPlanEntry", 410},
+    {"XPLMSetDestinationFMSFlightPlanEntry", 410},
+    {"XPLMSetDirectToFMSFlightPlanEntry", 410},
+    {"XPLMGetFMSFlightPlanEntryInfo", 410},
+    {"XPLMSetFMSFlightPlanEntryInfo", 410},
+    {"XPLMSetFMSFlightPlanEntryLatLon", 410},
+    {"XPLMSetFMSFlightPlanEntryLatLonWithId", 410},
+    {"XPLMClearFMSFlightPlanEntry", 410},
+    {"XPLMLoadFMSFlightPlan", 410},
+    {"XPLMSaveFMSFlightPlan", 410},
+    {"XPLMCreateAvionicsEx", 410},
+    {"XPLMDestroyAvionics", 410},
+    {"XPLMIsAvionicsBound", 410},
+    {"XPLMSetAvionicsBrightnessRheo", 410},
+    {"XPLMGetAvionicsBrightnessRheo", 410},
+    {"XPLMGetAvionicsBusVoltsRatio", 410},
+    {"XPLMIsCursorOverAvionics", 410},
+    {"XPLMAvionicsNeedsDrawing", 410},
+    {"XPLMSetAvionicsPopupVisible", 410},
+    {"XPLMIsAvionicsPopupVisible", 410},
+    {"XPLMPopOutAvionics", 410},
+    {"XPLMIsAvionicsPoppedOut", 410},
+    {"XPLMTakeAvionicsKeyboardFocus", 410},
+    {"XPLMHasAvionicsKeyboardFocus", 410},
+    {"XPLMGetAvionicsGeometry", 410},
+    {"XPLMSetAvionicsGeometry", 410},
+    {"XPLMGetAvionicsGeometryOS", 410},
+    {"XPLMSetAvionicsGeometryOS", 410},
+    // XPLM 4.2 (X-Plane 12.3): double-precision instances, setting the weather
+    {"XPLMInstanceSetPositionDouble", 420},
+    {"XPLMInstanceSetAutoShift", 420},
+    {"XPLMBeginWeatherUpdate", 420},
+    {"XPLMEndWeatherUpdate", 420},
+    {"XPLMSetWeatherAtLocation", 420},
+    {"XPLMEraseWeatherAtLocation", 420},
+    {"XPLMSetWeatherAtAirport", 420},
+    {"XPLMEraseWeatherAtAirport", 420}};
 
 /// Functions newer X-Planes declare deprecated; a host emulated without them does not hand them out.
 constexpr const char* kDeprecatedFunctions[] = {
@@ -190,9 +249,10 @@ void XPLMReloadScenery(void) {
 void* XPLMFindSymbol(const char* inString) {
     if (!inString) return nullptr;
     HostCore* c = core();
-    if (c && c->opt.xplmVersion < kFirstXplmWithDoubleInstances) {
-        for (const char* newer : kXplm420Functions)
-            if (std::strcmp(inString, newer) == 0) return nullptr;
+    if (c) {
+        for (const NewerFunction& newer : kNewerFunctions)
+            if (c->opt.xplmVersion < newer.firstXplm && std::strcmp(inString, newer.name) == 0)
+                return nullptr;
     }
     if (c && !c->opt.exportDeprecated) {
         for (const char* gone : kDeprecatedFunctions)

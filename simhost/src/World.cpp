@@ -17,6 +17,8 @@ namespace {
 constexpr double kIdleN1Percent = 20.0;   ///< N1 of an engine started through the control API
 constexpr double kRunningN1Percent = 5.0; ///< above this N1 an engine counts as running
 constexpr int kOldGearBase = 67;          ///< hosts before 8.00 keep the nose gear at 67
+constexpr double kTouchSlackM =
+    0.01; ///< held this little above its parked height, the aircraft still rests on its wheels
 
 DataRefRec& ref(HostCore& c, const char* name) {
     return *c.datarefByName.at(name);
@@ -62,6 +64,38 @@ void updateGeodetic(HostCore& c) {
     val(c, "sim/flightmodel/position/elevation") = alt;
 }
 
+/// One of X-Plane's own datarefs from its table (made on first use), or nullptr when this host hides it.
+DataRefRec* xplaneRef(const char* name) {
+    DataRefRec* r = findDataRefRec(name);
+    return r && !r->removed ? r : nullptr;
+}
+
+void setText(const char* name, const std::string& text) {
+    DataRefRec* r = xplaneRef(name);
+    if (!r) return;
+    if (r->values.empty() && r->bytes.empty()) {
+        r->bytes = text; // a string of varying length (byte[])
+        return;
+    }
+    std::fill(r->bytes.begin(), r->bytes.end(), '\0');
+    if (!r->bytes.empty())
+        std::copy_n(text.begin(), std::min(text.size(), r->bytes.size() - 1), r->bytes.begin());
+}
+
+void setOnGround(HostCore& c, bool onGround) {
+    DataRefRec* r = xplaneRef("sim/flightmodel2/gear/on_ground"); // one flag per gear
+    if (!r) return;
+    for (size_t i = 0; i < r->values.size(); ++i)
+        r->values[i] = onGround && i < c.aircraft.gear.size() ? 1 : 0;
+}
+
+/// What X-Plane tells of the user aircraft beyond its geometry: its type and its file.
+void describeAircraft(HostCore& c) {
+    const std::string& type = c.aircraft.type;
+    setText("sim/aircraft/view/acf_ICAO", type);
+    setText("sim/aircraft/view/acf_relative_path", "Aircraft/" + type + "/" + type + ".acf");
+}
+
 } // namespace
 
 void worldReset(HostCore& c) {
@@ -87,6 +121,8 @@ void worldReset(HostCore& c) {
     std::string& tail = ref(c, "sim/aircraft/view/acf_tailnum").bytes;
     std::fill(tail.begin(), tail.end(), '\0');
     std::copy_n(a.tailNumber.begin(), std::min(a.tailNumber.size(), tail.size() - 1), tail.begin());
+    describeAircraft(c);
+    setOnGround(c, true);
 
     // The aircraft starts on the apron at the origin of an unmoved local frame.
     c.refLatDeg = static_cast<float>(c.opt.startLatDeg);
@@ -152,6 +188,13 @@ void worldShiftOrigin(HostCore& c, double refLatDeg, double refLonDeg) {
     val(c, "sim/flightmodel/position/lat_ref") = newLat;
     val(c, "sim/flightmodel/position/lon_ref") = newLon;
     updateGeodetic(c);
+}
+
+void worldHoldHeight(HostCore& c, double aglM) {
+    c.world.holdAgl = aglM;
+    val(c, "sim/flightmodel/position/local_y") = c.world.groundY + aglM;
+    val(c, "sim/flightmodel/position/y_agl") = aglM;
+    setOnGround(c, aglM <= parkedHeight(c.aircraft) + kTouchSlackM);
 }
 
 double worldParkedHeight(const HostCore& c) {

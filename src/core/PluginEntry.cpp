@@ -200,7 +200,7 @@ void SelectLastTruck() {
 void Enable() {
     KLVLogWrite("--- Enabling Kalvora plugin ---\n");
     if (KLVPrefs && HV_FileUtils::FileExisting(OpenablePath(configFilePath).c_str()))
-        LoadPreferences(*KLVPrefs);
+        LoadPreferences(*KLVPrefs, KLVlog);
     else
         SetDefaultPref();
 

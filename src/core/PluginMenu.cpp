@@ -2,6 +2,7 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMUtilities.h"
+#include "core/CallbackGuard.h"
 #include "core/CrewMessages.h"
 #include "core/PluginServices.h"
 #include "core/PluginState.h"
@@ -17,7 +18,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <exception>
 
 namespace {
 
@@ -40,7 +40,7 @@ void StartManoeuvre(int item) {
         gKLVPlaneRotateDir = kRotateStraight;
         gKLVautoPbPhase = kPhaseStraightLeg;
         PBInitialisation();
-        gKLVfinalPsi = TruncateToInt(XPLMGetDataf(gPositionPsi));
+        gKLVfinalPsi = TruncateToInt(ReadHostFloat(gPositionPsi));
         CalcFinalxz(gKLVPbLength, &gKLVfinalx, &gKLVfinalz);
         break;
     case kMenuTurnTailRight:
@@ -114,12 +114,6 @@ void HandleItem(int item) {
     }
 }
 
-void LogMenuFailure(const char* what) {
-    XPLMDebugString("Kalvora: menu action failed: ");
-    XPLMDebugString(what);
-    XPLMDebugString("\n");
-}
-
 } // namespace
 
 void BuildKLVMenus() {
@@ -159,11 +153,6 @@ void SelectTruck(int index) {
 }
 
 void KLVMenuHandlerCallback(void* /*menuRef*/, void* itemRef) {
-    try {
-        HandleItem(static_cast<int>(reinterpret_cast<intptr_t>(itemRef)));
-    } catch (const std::exception& e) {
-        LogMenuFailure(e.what());
-    } catch (...) {
-        LogMenuFailure("unknown error");
-    }
+    GuardCallback("menu action",
+                  [itemRef] { HandleItem(static_cast<int>(reinterpret_cast<intptr_t>(itemRef))); });
 }

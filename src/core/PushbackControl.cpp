@@ -4,6 +4,7 @@
 #include "XPLMUtilities.h"
 #include "core/CallbackGuard.h"
 #include "core/CrewMessages.h"
+#include "core/PluginState.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
 #include "gpu/GPUService.h"
@@ -13,6 +14,7 @@
 #include "truck/TruckMovement.h"
 
 #include <algorithm>
+#include <string>
 
 namespace {
 
@@ -120,6 +122,23 @@ void SelectSpotView() {
         release(kSpotViewButton);
     } else {
         XPLMDebugString("Kalvora: this host has no spot view command; the view is left as it is\n");
+    }
+}
+
+void StopForUnusableHostValue(const char* where, const NonFiniteHostValue& bad) {
+    // The last line written: a value that stays unusable while nothing is under way is said once.
+    static std::string lastReport;
+    try {
+        const bool underWay = gKLVPlaneMoveDirection != kMoveNone || gKLVTruckMovementPhase != kTruckIdle;
+        if (underWay) resetAll();
+        std::string line = "Kalvora: " + std::string(bad.what()) + " (" + where + ")";
+        line += underWay ? "; the push-back is stopped\n" : "; nothing done with it\n";
+        if (!underWay && line == lastReport) return;
+        lastReport = line;
+        KLVLogWrite(line.c_str());
+        XPLMDebugString(line.c_str());
+    } catch (...) {
+        XPLMDebugString("Kalvora: a host value is not a number\n"); // no memory left for the details
     }
 }
 

@@ -5,6 +5,8 @@
 #include "XPLMUtilities.h"
 #include "core/HostHandles.h"
 
+#include <cfloat>
+#include <cmath>
 #include <cstdio>
 
 int XPVersion = 0;
@@ -121,6 +123,26 @@ const char* NameOfHandle(const XPLMDataRef* handle) {
     return "?";
 }
 
+/// Name of the dataref a handle refers to (for the report of an unusable value).
+std::string NameOfRef(XPLMDataRef value) {
+    for (const HostDataRef& ref : kHostDataRefs)
+        if (*ref.handle == value && value != nullptr) return NameInUse(ref);
+    return "a host dataref";
+}
+
+std::string ReadAs(const std::string& name, double value) {
+    char number[32]; // "%g" of any double fits
+    std::snprintf(number, sizeof number, "%g", value);
+    return name + " read as " + number;
+}
+
+template <typename Value> Value Checked(Value value, XPLMDataRef ref, int index = -1) {
+    if (IsUsableNumber(value)) return value;
+    std::string name = NameOfRef(ref);
+    if (index >= 0) name += "[" + std::to_string(index) + "]";
+    throw NonFiniteHostValue(name, value);
+}
+
 } // namespace
 
 bool InitDataRef() {
@@ -134,4 +156,25 @@ bool InitDataRef() {
         }
     }
     return true;
+}
+
+bool IsUsableNumber(double value) {
+    return std::isfinite(value) && std::fabs(value) <= FLT_MAX;
+}
+
+NonFiniteHostValue::NonFiniteHostValue(const std::string& name, double read)
+    : std::runtime_error(ReadAs(name, read)), dataref(name), value(read) {}
+
+float ReadHostFloat(XPLMDataRef ref) {
+    return Checked(XPLMGetDataf(ref), ref);
+}
+
+double ReadHostDouble(XPLMDataRef ref) {
+    return Checked(XPLMGetDatad(ref), ref);
+}
+
+float ReadHostFloatAt(XPLMDataRef ref, int index) {
+    float value = 0.0f;
+    if (index >= 0) XPLMGetDatavf(ref, &value, index, 1);
+    return Checked(value, ref, index);
 }

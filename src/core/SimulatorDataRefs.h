@@ -7,6 +7,9 @@
 
 #include "XPLMDataAccess.h"
 
+#include <stdexcept>
+#include <string>
+
 /// Host version as XPLMGetVersions reports it (740 for 7.40, 12100 for 12.1.0); picks names and gear indices.
 extern int XPVersion;
 
@@ -50,3 +53,24 @@ extern XPLMDataRef gNumberEngine;        ///< int
 /// (ForgetHostHandles), then looks up every host dataref (names chosen by XPVersion); true when
 /// every required one was found.
 bool InitDataRef();
+
+/// True for a number the plug-in may compute with and hand back to the host: finite and within single
+/// precision (every position ends as a float in the host's drawing and instances).
+bool IsUsableNumber(double value);
+
+/// Thrown by the ReadHost* functions when the host (or another plug-in writing its dataref) holds a value
+/// that is not a usable number, so that it reaches no computation and no write. Every callback's guard
+/// (CallbackGuard.h) stops a push-back under way and logs the dataref by name.
+class NonFiniteHostValue : public std::runtime_error {
+public:
+    NonFiniteHostValue(const std::string& dataref, double value);
+    std::string dataref; ///< name, with "[i]" for an array element
+    double value;        ///< what was read
+};
+
+/// A float dataref's value; throws NonFiniteHostValue when it is not a usable number.
+float ReadHostFloat(XPLMDataRef ref);
+/// A double dataref's value; throws NonFiniteHostValue when it is not a usable number.
+double ReadHostDouble(XPLMDataRef ref);
+/// Element index of a float array dataref (0 when the host has no such element); throws as above.
+float ReadHostFloatAt(XPLMDataRef ref, int index);

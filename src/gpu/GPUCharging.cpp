@@ -1,11 +1,12 @@
 // The GPU's warm-up and the charging of the aircraft's batteries.
 //
-// Charging adds (now - BatConnTime) / 36000 volts to the first battery's value
-// on every frame and writes the sum to every engine's battery: the increment
-// grows with the time since connection and is applied per frame, so the charge
-// accelerates until it reaches kGPUChargeCapVolts. At 60 frames per second a
-// battery gains about t^2 / 1200 volts in t seconds. A battery already above the
-// cap is left as it is: the GPU never lowers a voltage.
+// Charging adds (now - BatConnTime) / 36000 volts to every engine's battery on
+// every frame: the increment grows with the time since connection and is applied
+// per frame, so the charge accelerates until it reaches kGPUChargeCapVolts. At
+// 60 frames per second a battery gains about t^2 / 1200 volts in t seconds. Each
+// battery charges from its own value; one at or above the cap is left as it is,
+// so the GPU never lowers a voltage. A value that is not a number (another
+// plug-in's, or a glitch) is left alone and never written back.
 #include "gpu/GPUService.h"
 
 #include "XPLMDataAccess.h"
@@ -15,6 +16,7 @@
 #include "utils/MathUtils.h"
 
 #include <algorithm>
+#include <cmath>
 
 double BatConnTime = 0.0;
 float BatteryLoad[kGPUMaxBatteries] = {};
@@ -47,12 +49,16 @@ float WarmUp() {
 }
 
 float Charge() {
-    GetBatteryLoad(BatteryCount());
-    const double now = GetTimePrecise();
-    const float current = BatteryLoad[0];
-    if (current >= kGPUChargeCapVolts) return kContinue; // full, or above the cap: left as it is
-    const float volts = static_cast<float>(current + (now - BatConnTime) / kChargeSecondsPerVolt);
-    SetBatteryLoad(std::min(volts, kGPUChargeCapVolts));
+    const int count = gBattLoad ? BatteryCount() : 0;
+    GetBatteryLoad(count);
+    const double increment = (GetTimePrecise() - BatConnTime) / kChargeSecondsPerVolt;
+    for (int i = 0; i < count; ++i) {
+        const float current = BatteryLoad[i];
+        // Full, above the cap, or not a number: left as it is.
+        if (!(current < kGPUChargeCapVolts) || !std::isfinite(current)) continue;
+        BatteryLoad[i] = std::min(static_cast<float>(current + increment), kGPUChargeCapVolts);
+        XPLMSetDatavf(gBattLoad, &BatteryLoad[i], i, 1);
+    }
     return kContinue;
 }
 

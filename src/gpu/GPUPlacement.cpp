@@ -33,7 +33,7 @@ constexpr int kDrawn = 1;                   // draw callback result: let the hos
 } // namespace
 
 void CalcGPUPos(double* x, double* y, double* z, double* hdg) {
-    const float psi = gPositionPsi ? XPLMGetDataf(gPositionPsi) : 0.0f;
+    const float psi = gPositionPsi ? ReadHostFloat(gPositionPsi) : 0.0f;
     double gx = 0.0, gy = 0.0, gz = 0.0;
     GearPostionOGL(k_KLV_Front_Gear, &gx, &gy, &gz);
     const float a = ((90.0f - psi) - kRightOfNoseDeg) * kDegToRad;

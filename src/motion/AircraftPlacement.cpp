@@ -29,7 +29,7 @@ void ApplyPosition(double x, double z, float heading) {
     XPLMSetDatad(gPositionLocalx, x);
     XPLMSetDatad(gPositionLocalz, z);
     // local_y is left to the host, which keeps the aircraft on the ground.
-    const float hpr[3] = {heading, XPLMGetDataf(gPositionThe), XPLMGetDataf(gPositionPhi)};
+    const float hpr[3] = {heading, ReadHostFloat(gPositionThe), ReadHostFloat(gPositionPhi)};
     float q[kQuaternionSize];
     HPRToQuaternion(hpr, q);
     XPLMSetDatavf(gqDataRef, q, 0, kQuaternionSize);
@@ -70,7 +70,7 @@ void HeadingPitchToPlane(double x, double y, double z, float* heading, float* pi
 
 void ApplyNWsteering(int mode) {
     if (!HasJoystick()) return;
-    const float s = XPLMGetDataf(gJoystickRatio);
+    const float s = ReadHostFloat(gJoystickRatio);
     switch (mode) {
     case kSteerCentre:
         XPLMSetDataf(gJoystickRatio, 0.0f);
@@ -98,20 +98,20 @@ void OverrideJoystick(int on) {
 }
 
 void GetPlaneXZPsi(double* x, double* z, float* psi) {
-    *x = XPLMGetDatad(gPositionLocalx);
-    *z = XPLMGetDatad(gPositionLocalz);
-    *psi = XPLMGetDataf(gPositionPsi);
+    *x = ReadHostDouble(gPositionLocalx);
+    *z = ReadHostDouble(gPositionLocalz);
+    *psi = ReadHostFloat(gPositionPsi);
 }
 
 void GetPlaneXYZ(double* x, double* y, double* z) {
-    *x = XPLMGetDatad(gPositionLocalx);
-    *y = XPLMGetDatad(gPositionLocaly);
-    *z = XPLMGetDatad(gPositionLocalz);
+    *x = ReadHostDouble(gPositionLocalx);
+    *y = ReadHostDouble(gPositionLocaly);
+    *z = ReadHostDouble(gPositionLocalz);
 }
 
 void GetPlaneAllPos(double* x, double* y, double* z, float* psi, float* theta, float* phi) {
     GetPlaneXYZ(x, y, z);
-    *psi = XPLMGetDataf(gPositionPsi);
-    *theta = XPLMGetDataf(gPositionThe);
-    *phi = XPLMGetDataf(gPositionPhi);
+    *psi = ReadHostFloat(gPositionPsi);
+    *theta = ReadHostFloat(gPositionThe);
+    *phi = ReadHostFloat(gPositionPhi);
 }

@@ -4,7 +4,9 @@
 // the override that takes that axis from the user.
 //
 // Angles are degrees; positions are metres in the host's local frame
-// (+x east, +y up, +z south; heading 0 looks towards -z).
+// (+x east, +y up, +z south; heading 0 looks towards -z). Every value read from
+// the host goes through ReadHost* (SimulatorDataRefs.h): one that is not a
+// number throws before anything is computed from it or written.
 #pragma once
 
 /// Radians per degree as the 32-bit float the motion code uses (0.017453292).

@@ -1,6 +1,7 @@
 #include "motion/PushbackKinematics.h"
 
 #include "XPLMUtilities.h"
+#include "core/CallbackGuard.h"
 #include "core/LocalOrigin.h"
 #include "core/Preferences.h"
 #include "core/SimulatorDataRefs.h"
@@ -10,7 +11,6 @@
 #include "utils/MathUtils.h"
 
 #include <cmath>
-#include <exception>
 
 bool gKLVisPlaneMoving = false;
 int gKLVPlaneMoveDirection = kMoveNone;
@@ -26,12 +26,16 @@ double startz = 0.0;
 
 namespace {
 
-constexpr float kContinue = -1.0f;          // flight loop: call again next frame
-constexpr float kTurnStep = 0.15f;          // degrees per frame
-constexpr float kBrakeSet = 1.0f;           // parking brake ratio when the aircraft stops
-constexpr float kBrakeReleased = 0.0f;      // the push moves only at exactly this ratio
-constexpr int kQuarterTurn = 90;            // degrees
-constexpr int kFullTurn = 360;              // degrees
+constexpr float kContinue = -1.0f;     // flight loop: call again next frame
+constexpr float kTurnStep = 0.15f;     // degrees per frame
+constexpr float kBrakeSet = 1.0f;      // parking brake ratio when the aircraft stops
+constexpr float kBrakeReleased = 0.0f; // the push moves only at exactly this ratio
+constexpr int kQuarterTurn = 90;       // degrees
+constexpr int kHalfTurn = 180;         // degrees
+constexpr int kFullTurn = 360;         // degrees
+/// Degrees a heading read back from the host may lie off the one written: a few hundred-thousandths
+/// of a degree are measured, so this has a wide margin and is still far below a turn step.
+constexpr double kHeadingNoiseDeg = 0.01;
 constexpr double kPushLengthPerSize = 0.75; // push length per metre of aircraft size
 constexpr double kRateSizeFactor = 0.15;    // rate = size * 0.15 / 35
 constexpr double kRateSizeDivisor = 35.0;
@@ -48,14 +52,27 @@ constexpr float kRateFloor = 5.0f;
 constexpr float kWideAngle = 75.0f; // degrees
 constexpr float kNarrowAngle = 15.0f;
 
-void StepPlane() {
+/// Phase 2's end test. A turn ends in the frame floor(psi) shows the end heading. A push that does not
+/// turn ends at once, its heading unchanged; but the host derives psi back from the single-precision
+/// quaternion written each frame, a hair off the start (10 reads back as 9.99999619), and floor takes
+/// that for the degree below: so without a turn the heading counts as unchanged within kHeadingNoiseDeg
+/// of the degree it started in.
+bool EndHeadingReached(float psi) {
+    if (gKLVPlaneRotateDir == kRotateTailLeft || gKLVPlaneRotateDir == kRotateTailRight)
+        return static_cast<float>(std::floor(psi)) == static_cast<float>(gKLVfinalPsi);
+    double fromStartDegree = std::fmod(static_cast<double>(psi) - gKLVfinalPsi, kFullTurn);
+    if (fromStartDegree >= kHalfTurn) fromStartDegree -= kFullTurn;
+    if (fromStartDegree < -kHalfTurn) fromStartDegree += kFullTurn;
+    return fromStartDegree >= -kHeadingNoiseDeg && fromStartDegree < 1.0 + kHeadingNoiseDeg;
+}
+
+float StepPlane() {
     FollowLocalOrigin(); // the end point must be in the frame the aircraft is read in
-    double x = 0.0, z = 0.0;
-    float psi = 0.0f;
-    GetPlaneXZPsi(&x, &z, &psi);
-    if (!gKLVisPlaneMoving || XPLMGetDatai(gIsSimPaused) != 0) return;
+    // x, z and psi are read once the push is known to move: a value that is not a number stops a push,
+    // and must not stop what is not under way.
+    if (!gKLVisPlaneMoving || XPLMGetDatai(gIsSimPaused) != 0) return kContinue;
     if (XPLMGetDataf(gDataParkBrake) != kBrakeReleased || gKLVPlaneMoveDirection == kMoveNone)
-        return; // a brake set by the pilot halts the push without ending it
+        return kContinue; // a brake set by the pilot halts the push without ending it
 
     float rot = 0.0f;
     int steer = kSteerStraight;
@@ -69,22 +86,22 @@ void StepPlane() {
         }
     }
 
-    if (gKLVautoPbPhase != kPhaseNone) {
-        GetPlaneXZPsi(&x, &z, &psi);
-        if (gKLVautoPbPhase == kPhaseTurn) {
-            if (static_cast<float>(std::floor(psi)) == static_cast<float>(gKLVfinalPsi)) {
-                XPLMSetDataf(gDataParkBrake, kBrakeSet);
-                ApplyNWsteering(kSteerStraight);
-                CalcTruckSteering(kSteerStraight);
-                gKLVautoPbPhase = kPhaseNone;
-                gKLVisPlaneMoving = false;
-                return;
-            }
-        } else if (gKLVautoPbPhase == kPhaseStraightLeg) {
-            if (EndReached(x, psi)) {
-                gKLVautoPbPhase = kPhaseTurn; // no move in this frame
-                return;
-            }
+    double x = 0.0, z = 0.0;
+    float psi = 0.0f;
+    GetPlaneXZPsi(&x, &z, &psi);
+    if (gKLVautoPbPhase == kPhaseTurn) {
+        if (EndHeadingReached(psi)) {
+            XPLMSetDataf(gDataParkBrake, kBrakeSet);
+            ApplyNWsteering(kSteerStraight);
+            CalcTruckSteering(kSteerStraight);
+            gKLVautoPbPhase = kPhaseNone;
+            gKLVisPlaneMoving = false;
+            return kContinue;
+        }
+    } else if (gKLVautoPbPhase == kPhaseStraightLeg) {
+        if (EndReached(x, psi)) {
+            gKLVautoPbPhase = kPhaseTurn; // no move in this frame
+            return kContinue;
         }
     }
 
@@ -101,22 +118,14 @@ void StepPlane() {
     CalcPBxz(d, &nx, &nz);
     const float newPsi = psi + rot; // not wrapped: the host wraps the quaternion's heading
     ApplyPosition(nx, nz, newPsi);
+    return kContinue;
 }
 
 } // namespace
 
 float PlaneMoveCallBack(float /*elapsedSinceLastCall*/, float /*elapsedSinceLastLoop*/, int /*counter*/,
                         void* /*refcon*/) {
-    try {
-        StepPlane();
-    } catch (const std::exception& e) {
-        XPLMDebugString("Kalvora: push step failed: ");
-        XPLMDebugString(e.what());
-        XPLMDebugString("\n");
-    } catch (...) {
-        XPLMDebugString("Kalvora: push step failed\n");
-    }
-    return kContinue;
+    return GuardCallback("push step", kContinue, StepPlane);
 }
 
 void CalcPBxz(double d, double* x, double* z) {
@@ -133,7 +142,7 @@ void CalcFinalxz(int length, double* fx, double* fz) {
 }
 
 void CalcFinalPsi(int rotateDir, int* finalPsi) {
-    const int h = TruncateToInt(XPLMGetDataf(gPositionPsi)); // truncated toward zero
+    const int h = TruncateToInt(ReadHostFloat(gPositionPsi)); // truncated toward zero
     if (rotateDir == kRotateTailLeft) {
         *finalPsi = h + kQuarterTurn;
         if (*finalPsi > kFullTurn) *finalPsi = h - (kFullTurn - kQuarterTurn); // exactly 360 is kept

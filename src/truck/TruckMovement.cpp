@@ -37,10 +37,15 @@ constexpr float kRegisterInterval = 1.0f; // seconds to the first call after reg
 
 constexpr double kParkDistanceM = 15.0; // truck park position from the towing gear
 constexpr float kHalfTurn = 180.0f;     // degrees
-constexpr float kAwayTurnStep = 0.4f;   // degrees per step while driving away
-constexpr float kAwayEndWindow = 5.0f;  // degrees past the final heading that end the turn
-constexpr int kTurnRight = 1;           // gKLVPlaneRotateDir value that turns the truck right
-constexpr double kGridPerMetre = 10.0;  // TruckEndReached compares on a 0.1 m grid
+constexpr float kFullTurn = 360.0f;     // degrees
+// The truck's own headings stay within these (an aircraft heading in [0, 360), 180 back for the main
+// gear, an 11-degree steering offset): the end test of driving away reaches [0, 5] from any of them.
+constexpr float kLowestOwnHeading = -kFullTurn;     // degrees
+constexpr float kHighestOwnHeading = 2 * kFullTurn; // degrees
+constexpr float kAwayTurnStep = 0.4f;               // degrees per step while driving away
+constexpr float kAwayEndWindow = 5.0f;              // degrees past the final heading that end the turn
+constexpr int kTurnRight = 1;                       // gKLVPlaneRotateDir value that turns the truck right
+constexpr double kGridPerMetre = 10.0;              // TruckEndReached compares on a 0.1 m grid
 
 // Step interval ramp: 0.1015 s at the start of a move, 5 ms shorter each step, floor 1.5 ms.
 constexpr float kStartInterval = 0.1015f; // seconds
@@ -64,7 +69,7 @@ float AuxAngle(float heading) {
 }
 
 float AircraftHeading() {
-    return XPLMGetDataf(gPositionPsi);
+    return ReadHostFloat(gPositionPsi);
 }
 
 void ApproachOrHookUp(float now) {
@@ -212,6 +217,13 @@ void TruckApproach(double x, double z, double step, double* outX, double* outZ) 
 }
 
 int TruckAway(double x, double z, double step, int rotateDir, double* outX, double* outZ) {
+    // A heading written by another plug-in far outside the turns the truck itself makes would keep the
+    // end test below out of reach (0.4 degrees a step against a huge number): the step overwrites it
+    // with the same direction in [0, 360).
+    if (myTruckHeading < kLowestOwnHeading || myTruckHeading >= kHighestOwnHeading) {
+        myTruckHeading = std::fmod(myTruckHeading, kFullTurn);
+        if (myTruckHeading < 0.0f) myTruckHeading += kFullTurn;
+    }
     if (rotateDir == kTurnRight)
         myTruckHeading += kAwayTurnStep;
     else

@@ -1,5 +1,7 @@
 #include "truck/TruckState.h"
 
+#include "core/SimulatorDataRefs.h"
+
 double gKLVTruckX = 0.0;
 double gKLVTruckY = 0.0;
 double gKLVTruckZ = 0.0;
@@ -8,6 +10,7 @@ float theOffset = 0.0f;
 
 // Plain reads and writes of globals: nothing here can throw across the host boundary.
 // Another plug-in may move the truck; the truck sequence overwrites it at its next step.
+// A value that is not a usable number (NaN, infinite, beyond single precision) is ignored.
 double GetTruckPosX(void* /*refcon*/) {
     return gKLVTruckX;
 }
@@ -21,14 +24,14 @@ float GetTruckHdg(void* /*refcon*/) {
     return myTruckHeading;
 }
 void SetTruckPosX(void* /*refcon*/, double value) {
-    gKLVTruckX = value;
+    if (IsUsableNumber(value)) gKLVTruckX = value;
 }
 void SetTruckPosY(void* /*refcon*/, double value) {
-    gKLVTruckY = value;
+    if (IsUsableNumber(value)) gKLVTruckY = value;
 }
 void SetTruckPosZ(void* /*refcon*/, double value) {
-    gKLVTruckZ = value;
+    if (IsUsableNumber(value)) gKLVTruckZ = value;
 }
 void SetTruckHdg(void* /*refcon*/, float value) {
-    myTruckHeading = value;
+    if (IsUsableNumber(value)) myTruckHeading = value;
 }

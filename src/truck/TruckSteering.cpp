@@ -34,9 +34,7 @@ constexpr int kOffsetEaseLimit = 10; // whole degrees
 
 /// One element of a per-gear float array; 0 when the host has no such element.
 double GearValue(XPLMDataRef ref, int gear) {
-    float value = 0.0f;
-    if (gear >= 0) XPLMGetDatavf(ref, &value, gear, 1);
-    return value;
+    return ReadHostFloatAt(ref, gear);
 }
 
 } // namespace
@@ -99,12 +97,12 @@ void GearPostionOGL(int gear, double* x, double* y, double* z) {
 }
 
 void ApplyTruckCurrentHeading() {
-    const float psi = XPLMGetDataf(gPositionPsi);
+    const float psi = ReadHostFloat(gPositionPsi);
     myTruckHeading = PrefFrontWheel ? psi : psi - kHalfTurn;
 }
 
 void CalcTruckSteering(int turn) {
-    const float psi = XPLMGetDataf(gPositionPsi);
+    const float psi = ReadHostFloat(gPositionPsi);
     const float d = HV_MathUtils::UTIL_Heading0_2_360(psi - myTruckHeading);
     // Whole-degree tests against 2, 10 and 358, float tests against 11: both kinds on purpose.
     const int intD = TruncateToInt(d);

@@ -1,9 +1,12 @@
 // HV_Properties: loading and saving "key=value" files.
 #include "utils/HV_Properties.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,7 +16,13 @@ namespace {
 const char* const kLoadFailure = "Error: can't open HV_Properties file '";
 const char* const kLoadFailureTail = "Will create a new one from defaults'\n";
 const char* const kSaveFailure = "Error: can't open HV_Properties file for writing'";
-const char* const kLongLine = "Warning: HV_Properties line too long, skipped, in '";
+const char* const kLongLine = "Warning: HV_Properties line too long, kept as it is, in '";
+
+/// A temporary of a save is the file's name, this, and six characters mkstemp picks from [A-Za-z0-9].
+const char* const kTemporaryInfix = ".saving-";
+constexpr std::size_t kTemporaryRandomChars = 6;
+
+using KeptLines = std::vector<std::pair<std::string, std::string>>;
 
 /// Mode of a newly created properties file when there is no old one to copy it from.
 constexpr mode_t kNewFileMode = 0644;
@@ -22,22 +31,57 @@ void ReportSaveFailure(std::ostream* errors, const std::string& fileName) {
     if (errors) *errors << kSaveFailure << fileName << "'\n";
 }
 
-/// Stores one gathered line: split at the last "=", skipped without "=" or with an empty key.
-void StoreLine(std::map<std::string, std::string>& entries, const std::string& line) {
+/// Stores one gathered line, split at the last "="; false (nothing stored) without "=" or with an empty key.
+bool StoreLine(std::map<std::string, std::string>& entries, const std::string& line, std::string* key) {
     const std::string::size_type split = line.rfind('=');
-    if (split == std::string::npos || split == 0) return;
-    entries[line.substr(0, split)] = line.substr(split + 1);
+    if (split == std::string::npos || split == 0) return false;
+    *key = line.substr(0, split);
+    entries[*key] = line.substr(split + 1);
+    return true;
 }
 
-/// Writes every pair to the open stream; false on any write error.
-bool WritePairs(FILE* out, const std::map<std::string, std::string>& entries) {
+bool WriteLine(FILE* out, const std::string& text) {
+    return fwrite(text.data(), 1, text.size(), out) == text.size() && fputc('\n', out) != EOF;
+}
+
+/// Writes every pair, each kept line after the property it followed (so before the first property that
+/// sorts after that one); false on any write error.
+bool WritePairs(FILE* out, const std::map<std::string, std::string>& entries, KeptLines kept) {
+    std::stable_sort(kept.begin(), kept.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::size_t next = 0;
     for (const auto& pair : entries) {
-        if (fwrite(pair.first.data(), 1, pair.first.size(), out) != pair.first.size()) return false;
-        if (fputc('=', out) == EOF) return false;
-        if (fwrite(pair.second.data(), 1, pair.second.size(), out) != pair.second.size()) return false;
-        if (fputc('\n', out) == EOF) return false;
+        for (; next < kept.size() && kept[next].first < pair.first; ++next)
+            if (!WriteLine(out, kept[next].second)) return false;
+        if (!WriteLine(out, pair.first + "=" + pair.second)) return false;
     }
+    for (; next < kept.size(); ++next) // after the last property
+        if (!WriteLine(out, kept[next].second)) return false;
     return true;
+}
+
+/// Removes what saves of fileName that were killed half-way left beside it: regular files named like
+/// its temporaries, and nothing else.
+void RemoveStaleTemporaries(const std::string& fileName) {
+    namespace fs = std::filesystem;
+    const fs::path target(fileName);
+    const std::string prefix = target.filename().string() + kTemporaryInfix;
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    std::error_code error;
+    std::vector<fs::path> stale;
+    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        const std::string name = it->path().filename().string();
+        if (name.size() != prefix.size() + kTemporaryRandomChars ||
+            name.compare(0, prefix.size(), prefix) != 0)
+            continue;
+        const bool random = std::all_of(name.begin() + prefix.size(), name.end(), [](char c) {
+            return std::isalnum(static_cast<unsigned char>(c)) != 0;
+        });
+        std::error_code statusError;
+        if (random && fs::is_regular_file(it->symlink_status(statusError))) stale.push_back(it->path());
+    }
+    for (const fs::path& path : stale)
+        fs::remove(path, error);
 }
 
 } // namespace
@@ -48,28 +92,27 @@ HV_Properties::HV_Properties(const char* name, std::ostream* errors) {
 }
 
 void HV_Properties::load(std::ostream* errors) {
+    if (!fileName.empty()) RemoveStaleTemporaries(fileName);
     FILE* in = fileName.empty() ? nullptr : fopen(fileName.c_str(), "rb");
     if (!in) {
         if (errors) *errors << kLoadFailure << fileName << "'\n" << kLoadFailureTail;
         return;
     }
-    std::string line;
-    bool tooLong = false;
+    keptLines.clear();
+    std::string line, key, lastKey;
     for (;;) {
         const int c = getc(in);
         if (c == EOF || c == '\n' || c == '\r') {
-            if (tooLong) {
+            if (static_cast<int>(line.size()) >= kPropertiesLineBytes) { // longer than the map holds
                 if (errors) *errors << kLongLine << fileName << "'\n";
-            } else {
-                StoreLine(entries, line);
+                keptLines.emplace_back(lastKey, line);
+            } else if (StoreLine(entries, line, &key)) {
+                lastKey = key;
+            } else if (!line.empty()) {
+                keptLines.emplace_back(lastKey, line);
             }
             line.clear();
-            tooLong = false;
             if (c == EOF) break;
-            continue;
-        }
-        if (static_cast<int>(line.size()) >= kPropertiesLineBytes - 1) {
-            tooLong = true;
             continue;
         }
         line.push_back(static_cast<char>(c));
@@ -84,7 +127,7 @@ void HV_Properties::save(std::ostream* errors) {
     }
     // Write beside the target and rename over it, so that the file on disk is always
     // either the old or the new complete content.
-    std::string temporary = fileName + ".XXXXXX";
+    std::string temporary = fileName + kTemporaryInfix + std::string(kTemporaryRandomChars, 'X');
     const int fd = mkstemp(&temporary[0]);
     if (fd < 0) {
         ReportSaveFailure(errors, fileName);
@@ -99,7 +142,7 @@ void HV_Properties::save(std::ostream* errors) {
         ReportSaveFailure(errors, fileName);
         return;
     }
-    bool written = WritePairs(out, entries);
+    bool written = WritePairs(out, entries, keptLines);
     written = (fflush(out) == 0) && written;
     written = (fsync(fileno(out)) == 0) && written;
     written = (fclose(out) == 0) && written;

@@ -114,90 +114,103 @@ TEST_F(Preferences, RoundTripThroughTheFile) {
     EXPECT_STREQ(PrefLastTruck, "Tug_Big");
 }
 
-TEST_F(Preferences, AbsentKeysKeepSpeedTruckAndKeyButReadBooleansAsOff) {
-    WriteFile("SWITCH_VIEW=1\nTruckView_KEY=70\n");
+TEST_F(Preferences, AbsentKeysTakeTheirDefaultsAndTheNextStoreWritesThemBack) {
+    WriteFile("SWITCH_VIEW=0\nTruckView_KEY=70\nTruckView_KF=8\n");
+    PrefTruckSpeed = 0.0f; // what a value kept from before the file was read would be at start
+    PrefDrawTruck = false;
     HV_Properties prefs(path.c_str(), nullptr);
-    LoadPreferences(prefs);
-    EXPECT_TRUE(PrefSwitchView);
-    EXPECT_FALSE(PrefDrawTruck);
-    EXPECT_FALSE(PrefFrontWheel);
-    EXPECT_FALSE(PrefHandleGPU);
+    std::ostringstream log;
+    LoadPreferences(prefs, &log);
+    EXPECT_FALSE(PrefSwitchView);
+    EXPECT_TRUE(PrefDrawTruck);
+    EXPECT_FALSE(PrefAllowEngnON);
     EXPECT_FLOAT_EQ(PrefTruckSpeed, 10.0f);
     EXPECT_DOUBLE_EQ(PrefStepValue, 0.1);
-    EXPECT_STREQ(PrefLastTruck, "KLVdefault");
-    EXPECT_EQ(PrefTruckViewKey, 123) << "a missing TruckView_KF reads as 0 and forces F12";
+    EXPECT_EQ(PrefTruckViewKey, 70);
+    EXPECT_STREQ(PrefLastTruck, "KLVdefault") << "no name read: the one chosen before stays";
+    EXPECT_NE(log.str().find("[WRNG] Preferences: TRUCK_SPEED= is missing, 10.000000 used instead\n"),
+              std::string::npos)
+        << log.str();
     // Loading inserts every key it looked for, so the next store writes a complete file.
     EXPECT_EQ(prefs.entries.size(), 11u);
     StorePreferences(prefs);
     prefs.save(nullptr);
     std::string text = ReadFile();
     EXPECT_NE(text.find("TRUCK_SPEED=10.000000\n"), std::string::npos);
-    EXPECT_NE(text.find("TruckView_KEY=123\n"), std::string::npos);
+    EXPECT_NE(text.find("DRAW_TRUCK=1\n"), std::string::npos);
     EXPECT_NE(text.find("VERSION=1.2.2b3\n"), std::string::npos);
 }
 
-TEST_F(Preferences, BooleanKeysAreOnOnlyForTheNumberOne) {
+TEST_F(Preferences, ValuesThatCannotBeReadOrMakeNoSenseTakeTheDefaultAndAreLoggedByKey) {
+    // Numbers read as "%d" and "%f" do: leading blanks and a sign, trailing text ignored.
     const struct {
+        const char* key;
         const char* value;
-        bool on;
-    } cases[] = {{"1", true},           {" 1", true},
-                 {"1abc", true},        {"+1", true},
-                 {"0", false},          {"2", false},
-                 {"-1", false},         {"", false},
-                 {"yes", false},        {"true", false},
-                 {"01", true},          {" ", false},
-                 {"4294967297", false}, {"99999999999999999999999", false}};
+        float speed;    // PrefTruckSpeed after loading
+        int viewKey;    // PrefTruckViewKey (TruckView_KF is 8)
+        bool drawTruck; // a boolean key: a number is on exactly when 1; no number: the default, on
+        bool logged;
+    } cases[] = {{"TRUCK_SPEED", "25", 25.0f, 123, true, false},
+                 {"TRUCK_SPEED", " 12.5xyz", 12.5f, 123, true, false},
+                 {"TRUCK_SPEED", "fast", 10.0f, 123, true, true},
+                 {"TRUCK_SPEED", "0", 10.0f, 123, true, true},
+                 {"TRUCK_SPEED", "-3", 10.0f, 123, true, true},
+                 {"TRUCK_SPEED", "nan", 10.0f, 123, true, true},
+                 {"TRUCK_SPEED", "1e60", 10.0f, 123, true, true},
+                 {"TRUCK_SPEED", "0.2", 1.0f, 123, true, true},
+                 {"TRUCK_SPEED", "500", 50.0f, 123, true, true},
+                 {"TruckView_KEY", "65", 10.0f, 65, true, false},
+                 {"TruckView_KEY", "0x41", 10.0f, 123, true, true},
+                 {"TruckView_KEY", "F5", 10.0f, 123, true, true},
+                 {"TruckView_KEY", "-5", 10.0f, 123, true, true},
+                 {"TruckView_KEY", "0", 10.0f, 123, true, true},
+                 {"TruckView_KEY", "99999999999", 10.0f, 123, true, true},
+                 {"TruckView_KEY", "189", 10.0f, 189, true, false},
+                 {"TruckView_KEY", "190", 10.0f, 123, true, true},
+                 {"DRAW_TRUCK", "1", 10.0f, 123, true, false},
+                 {"DRAW_TRUCK", "1abc", 10.0f, 123, true, false},
+                 {"DRAW_TRUCK", "01", 10.0f, 123, true, false},
+                 {"DRAW_TRUCK", "0", 10.0f, 123, false, false},
+                 {"DRAW_TRUCK", "2", 10.0f, 123, false, false},
+                 {"DRAW_TRUCK", "-1", 10.0f, 123, false, false},
+                 {"DRAW_TRUCK", "4294967297", 10.0f, 123, false, false},
+                 {"DRAW_TRUCK", "yes", 10.0f, 123, true, true},
+                 {"DRAW_TRUCK", " ", 10.0f, 123, true, true}};
     for (const auto& c : cases) {
-        SCOPED_TRACE(std::string("value '") + c.value + "'");
-        PrefDrawTruck = !c.on;
-        LoadOne("DRAW_TRUCK", c.value);
-        EXPECT_EQ(PrefDrawTruck, c.on);
+        SCOPED_TRACE(std::string(c.key) + "=" + c.value);
+        HV_Properties prefs(nullptr, nullptr);
+        prefs["TRUCK_SPEED"] = "10";
+        prefs["TruckView_KEY"] = "123";
+        prefs["TruckView_KF"] = "8";
+        prefs["DRAW_TRUCK"] = "1";
+        prefs[c.key] = c.value;
+        PrefTruckSpeed = 0.0f;
+        PrefTruckViewKey = 0;
+        std::ostringstream log;
+        LoadPreferences(prefs, &log);
+        EXPECT_FLOAT_EQ(PrefTruckSpeed, c.speed);
+        EXPECT_DOUBLE_EQ(PrefStepValue, c.speed / 100.0);
+        EXPECT_EQ(PrefTruckViewKey, c.viewKey);
+        EXPECT_EQ(PrefDrawTruck, c.drawTruck);
+        const std::string named = "[WRNG] Preferences: " + std::string(c.key) + "=" + c.value + " ";
+        EXPECT_EQ(log.str().find(named) != std::string::npos, c.logged) << log.str();
     }
-}
-
-TEST_F(Preferences, TruckSpeedSetsTheStepOrKeepsThePreviousValue) {
-    LoadOne("TRUCK_SPEED", "25");
-    EXPECT_FLOAT_EQ(PrefTruckSpeed, 25.0f);
-    EXPECT_DOUBLE_EQ(PrefStepValue, 0.25);
-    LoadOne("TRUCK_SPEED", " 12.5xyz");
-    EXPECT_FLOAT_EQ(PrefTruckSpeed, 12.5f);
-    for (const char* bad : {"", "abc", "  ", "-", "."}) {
-        SCOPED_TRACE(bad);
-        LoadOne("TRUCK_SPEED", bad);
-        EXPECT_FLOAT_EQ(PrefTruckSpeed, 12.5f);
-        EXPECT_DOUBLE_EQ(PrefStepValue, 0.125);
-    }
-    LoadOne("TRUCK_SPEED", "-3"); // no range check
-    EXPECT_FLOAT_EQ(PrefTruckSpeed, -3.0f);
-    LoadOne("TRUCK_SPEED", "1e60"); // beyond float: infinite, and stored back as such
-    EXPECT_TRUE(std::isinf(PrefTruckSpeed));
-    HV_Properties prefs(nullptr, nullptr);
-    StorePreferences(prefs);
-    EXPECT_EQ(prefs["TRUCK_SPEED"], "inf");
 }
 
 TEST_F(Preferences, TheHotKeyIsF12UnlessTheKeyFlagsAreNonZero) {
-    const struct {
-        const char* key;
-        const char* flags;
-        int expected;
-    } cases[] = {{"65", "8", 65},
-                 {"65", "0", 123},
-                 {"65", "", 123},
-                 {"65", "x", 123},
-                 {"abc", "8", 123},
-                 {"-5", "8", -5},
-                 {"99999999999", "8", 2147483647},
-                 {"65", "99999999999", 65}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.key) + " / " + c.flags);
-        PrefTruckViewKey = 123;
+    for (const char* flags : {"0", "", "x"}) {
+        SCOPED_TRACE(flags);
         HV_Properties prefs(nullptr, nullptr);
-        prefs["TruckView_KEY"] = c.key;
-        prefs["TruckView_KF"] = c.flags;
+        prefs["TruckView_KEY"] = "65";
+        prefs["TruckView_KF"] = flags;
         LoadPreferences(prefs);
-        EXPECT_EQ(PrefTruckViewKey, c.expected);
+        EXPECT_EQ(PrefTruckViewKey, 123);
     }
+    HV_Properties prefs(nullptr, nullptr);
+    prefs["TruckView_KEY"] = "65";
+    prefs["TruckView_KF"] = "99999999999";
+    LoadPreferences(prefs);
+    EXPECT_EQ(PrefTruckViewKey, 65);
 }
 
 TEST_F(Preferences, TruckNameIsTheFirstWordCutTo99Characters) {

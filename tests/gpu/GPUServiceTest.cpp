@@ -5,6 +5,8 @@
 
 #include "simhost/Widgets.h"
 
+#include <algorithm>
+
 namespace kalvora_test {
 namespace {
 
@@ -119,6 +121,18 @@ TEST_F(GPUService, ChargingAcceleratesAndNeverLowersABattery) {
     ASSERT_EQ(Heard(kIsOn), 2);
     EXPECT_FLOAT_EQ(Volts(0), 27.5f) << "above the cap: left alone";
     EXPECT_FLOAT_EQ(Volts(1), 27.5f);
+
+    // Each battery charges from its own voltage: one above another's charge keeps its own.
+    for (const double first : {20.0, 26.0}) {
+        SCOPED_TRACE(first);
+        Send(kDisconnect);
+        host->set(kBatteryVolts, first, 0);
+        host->set(kBatteryVolts, 46.0 - first, 1);
+        Send(kConnect);
+        host->runFor(kWarmUpSeconds + 5.0);
+        EXPECT_GT(std::min(Volts(0), Volts(1)), 20.0f);
+        EXPECT_FLOAT_EQ(std::max(Volts(0), Volts(1)), 26.0f);
+    }
 }
 
 TEST_F(GPUService, DisconnectingDuringTheWarmUpStillAnnouncesItRunning) {

@@ -165,19 +165,25 @@ TEST_F(StartStopTest, BeforeVersion7ThePreferencesLiveInThePluginFolder) {
     EXPECT_FALSE(fs::exists(PrefsPath()));
 }
 
-TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPlugin) {
-    WritePreferences(
-        "TruckView_KEY=99999999999\nTRUCK_SPEED=fast\nTruck=\nHANDLE_GPU=yes\n=\nno equals sign\n");
+TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPluginAndAreRepairedOnDisk) {
+    const std::string note = "# " + std::string(300, '-'); // longer than a property line may be
+    WritePreferences(note + "\nTruckView_KEY=99999999999\nTruckView_KF=8\nTRUCK_SPEED=fast\nTruck=\n"
+                            "HANDLE_GPU=yes\n=\nno equals sign\n");
     Load();
     EXPECT_TRUE(host->pluginEnabled(id));
     const std::vector<std::string> regs = host->registrations(id);
-    EXPECT_NE(std::find(regs.begin(), regs.end(), "hot key Toggle truckview"), regs.end());
-    ASSERT_TRUE(host->pickMenu(std::string(kMenu) + "/Push straight back"));
-    host->runFrames(2);
-    EXPECT_EQ(host->geti(kStatus), 1)
-        << "the push did not start"; // keys absent from the file read as off, speech too
+    EXPECT_TRUE(Contains(regs, "hot key Toggle truckview"));
+    for (const char* key : {"TruckView_KEY=99999999999", "TRUCK_SPEED=fast", "HANDLE_GPU=yes"})
+        EXPECT_NE(PluginLog().find(std::string("[WRNG] Preferences: ") + key), std::string::npos) << key;
+    StartPush("Push straight back"); // the truck comes, hooks up and pushes at the default speed
     Unload();
     EXPECT_EQ(PrefValue("Truck"), "KLVdefault");
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "10.000000");
+    EXPECT_EQ(PrefValue("TruckView_KEY"), "123");
+    EXPECT_EQ(PrefValue("HANDLE_GPU"), "1");
+    const std::vector<std::string> lines = Lines(ReadFile(PrefsPath()));
+    EXPECT_TRUE(Contains(lines, note) && Contains(lines, "no equals sign") && Contains(lines, "="))
+        << "lines the preferences cannot hold are kept";
 }
 
 TEST_F(StartStopTest, DisableLeavesAPushInProgressToGoOnAfterEnable) {

@@ -1,6 +1,7 @@
-// What simhost hands out depends on the X-Plane it emulates: the XPLM 4.2
-// instance functions only from XPLM 420 on, the deprecated ones only while
-// they are exported.
+// What simhost hands out depends on the X-Plane it emulates: the functions of
+// each 4.x API level (XPLM 4.2's instance and weather functions, 4.1's own
+// cockpit devices, ...) only from that level on, the deprecated ones only
+// while they are exported.
 #include "ModernFixture.h"
 
 #define XPLM420 1
@@ -21,6 +22,13 @@ TEST_F(HostProfiles, DoublePrecisionPlacementOnlyFromXplm420) {
     EXPECT_EQ(XPLMFindSymbol("XPLMInstanceSetPositionDouble"), nullptr);
     EXPECT_EQ(XPLMFindSymbol("XPLMInstanceSetAutoShift"), nullptr);
     EXPECT_NE(XPLMFindSymbol("XPLMInstanceSetPosition"), nullptr);
+    EXPECT_EQ(XPLMFindSymbol("XPLMSetWeatherAtAirport"), nullptr);
+    EXPECT_NE(XPLMFindSymbol("XPLMCreateAvionicsEx"), nullptr); // 4.1 is there
+    host.reset();
+    options.xplmVersion = 400;
+    host = std::make_unique<simhost::Host>(options);
+    EXPECT_EQ(XPLMFindSymbol("XPLMCreateAvionicsEx"), nullptr);
+    EXPECT_NE(XPLMFindSymbol("XPLMPlayPCMOnBus"), nullptr);
     host.reset();
 
     options.xplmVersion = 420;

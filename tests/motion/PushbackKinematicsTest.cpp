@@ -50,6 +50,23 @@ protected:
 
     Sample Now() { return {X(), Z(), Psi()}; }
 
+    /// On the running host: the aircraft back at the origin on `heading`, one frame for the host to derive
+    /// psi from q (as it has done long before anyone starts a push), a manoeuvre set up as a start does it,
+    /// then run. The frames it took to end, or -1 when it had not ended after maxFrames.
+    int PushFrames(double heading, int rotateDir, int phase, int maxFrames) {
+        ResetPlaneMovementParam();
+        host->set("sim/flightmodel/controls/parkbrake", 0.0); // the last push ended by setting it
+        host->set("sim/flightmodel/position/local_x", 0.0);
+        host->set("sim/flightmodel/position/local_z", 0.0);
+        host->set("sim/flightmodel/position/psi", heading);
+        host->runFrames(1);
+        Begin(rotateDir, phase);
+        int frames = 0;
+        for (; frames < maxFrames && gKLVisPlaneMoving; ++frames)
+            host->runFrames(1);
+        return gKLVisPlaneMoving ? -1 : frames;
+    }
+
     /// Runs frames until the motion flag drops (or maxFrames), recording the aircraft each frame.
     std::vector<Sample> RunPush(int maxFrames) {
         std::vector<Sample> track{Now()};
@@ -78,9 +95,7 @@ protected:
 };
 
 TEST_F(PushbackKinematics, StraightPushEndsItsLengthBehindWithTheBrakeSet) {
-    // Start headings off whole degrees in the quadrants: the heading read back from the written
-    // quaternion may land a few millionths below the start, and the end test floors it.
-    for (double heading : {0.0, 90.0, 180.0, 270.0, 37.4, 123.25, 222.6, 301.5}) {
+    for (double heading : {0.0, 90.0, 180.0, 270.0, 10.0, 123.25, 222.6, 301.5}) {
         SCOPED_TRACE(heading);
         StartAt(heading);
         const Sample start = Now();
@@ -104,6 +119,74 @@ TEST_F(PushbackKinematics, StraightPushEndsItsLengthBehindWithTheBrakeSet) {
         host->runFrames(10);
         EXPECT_EQ(X(), end.x);
         EXPECT_EQ(Z(), end.z);
+    }
+}
+
+TEST_F(PushbackKinematics, EveryStraightPushEndsWhateverTheNoiseOfTheHeadingReadBack) {
+    // psi comes back from the single-precision quaternion a hair off the heading written (10 reads
+    // as 9.99999619): the push must end all the same. Motion is per frame, so the frame rate changes
+    // nothing but the host's clock: each profile runs at one of the three rates.
+    const struct {
+        const char* aircraft;
+        double fps;
+    } profiles[] = {{"A320", 30}, {"B738", 60}, {"B744", 120}, {"C172", 60}, {"DC3", 30}};
+    // Fractions close below a whole degree may read back above it.
+    const double fractions[] = {0.001, 0.5, 0.999, 0.99999, 0.999999};
+    for (const auto& p : profiles) {
+        simhost::HostOptions options;
+        options.aircraft = p.aircraft;
+        options.fps = p.fps;
+        Restart(options);
+        XPLMRegisterFlightLoopCallback(PlaneMoveCallBack, -1.0f, nullptr);
+        std::vector<double> headings;
+        for (int degree = 0; degree < 360; ++degree) {
+            headings.push_back(degree);
+            if (degree % 2 == 0) headings.push_back(degree + fractions[degree / 2 % 5]);
+        }
+        int endless = 0;
+        for (double heading : headings) {
+            const int frames = PushFrames(heading, kRotateStraight, kPhaseStraightLeg, 2000);
+            const double pushed = std::hypot(X(), Z());
+            if (frames < 0 || std::fabs(pushed - gKLVPbLength) > kStep + 1e-6)
+                ADD_FAILURE() << p.aircraft << " from " << heading << ": " << pushed << " m in " << frames
+                              << " frames for " << gKLVPbLength << " m";
+            endless += frames < 0;
+        }
+        EXPECT_EQ(endless, 0) << p.aircraft;
+    }
+}
+
+TEST_F(PushbackKinematics, TurnsEndInTheFramesTheyAlwaysDid) {
+    // Frames to the end of a turn, recorded before straight pushes learnt to ignore the noise of the
+    // heading read back; plain turns start in phase 2, automated ones with the straight leg.
+    const struct {
+        const char* aircraft;
+        double fps;
+        double heading;
+        int dir, phase, frames;
+    } cases[] = {{"A320", 30, 10.0, kRotateTailLeft, kPhaseTurn, 601},
+                 {"A320", 60, 89.0, kRotateTailLeft, kPhaseTurn, 602},
+                 {"A320", 120, 359.9, kRotateTailLeft, kPhaseTurn, 595},
+                 {"A320", 60, 200.25, kRotateTailRight, kPhaseTurn, 597},
+                 {"A320", 30, 90.0, kRotateTailRight, kPhaseTurn, 595},
+                 {"A320", 120, 135.5, kRotateTailRight, kPhaseStraightLeg, 729},
+                 {"B738", 60, 0.0, kRotateTailLeft, kPhaseStraightLeg, 742},
+                 {"B738", 30, 271.0, kRotateTailRight, kPhaseStraightLeg, 737},
+                 {"B744", 120, 100.0, kRotateTailLeft, kPhaseStraightLeg, 864},
+                 {"B744", 60, 180.0, kRotateTailRight, kPhaseStraightLeg, 856},
+                 {"C172", 30, 359.9, kRotateTailRight, kPhaseStraightLeg, 632},
+                 {"C172", 120, 269.0, kRotateTailLeft, kPhaseStraightLeg, 634},
+                 {"DC3", 60, 91.0, kRotateTailRight, kPhaseStraightLeg, 657},
+                 {"DC3", 30, 45.0, kRotateTailLeft, kPhaseStraightLeg, 662}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.aircraft << " " << c.fps << " fps from " << c.heading << " dir "
+                                        << c.dir << " phase " << c.phase);
+        simhost::HostOptions options;
+        options.aircraft = c.aircraft;
+        options.fps = c.fps;
+        Restart(options);
+        XPLMRegisterFlightLoopCallback(PlaneMoveCallBack, -1.0f, nullptr);
+        EXPECT_EQ(PushFrames(c.heading, c.dir, c.phase, 2000), c.frames);
     }
 }
 

@@ -62,6 +62,19 @@ TEST_F(Commands, HeldCommandsContinueEachFrameAndPluginCommandsPersist) {
     EXPECT_EQ(XPLMFindCommand("test/none"), nullptr);
 }
 
+TEST_F(Commands, EveryCommandXPlane12ListsExistsAndIsRecordedWhenRun) {
+    const auto rows = xplaneList("Commands.txt");
+    ASSERT_GT(rows.size(), 3000u);
+    std::vector<std::string> names;
+    for (const auto& row : rows) {
+        XPLMCommandRef c = XPLMFindCommand(row[0].c_str());
+        ASSERT_NE(c, nullptr) << row[0];
+        XPLMCommandOnce(c);
+        names.push_back(row[0]);
+    }
+    EXPECT_EQ(host->commandsRun(), names);
+}
+
 TEST_F(Commands, LegacyButtonsAndKeyStrokesSelectViews) {
     XPLMCommandButtonPress(46); // spot view
     XPLMCommandButtonRelease(46);

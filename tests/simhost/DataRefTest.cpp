@@ -6,6 +6,7 @@
 #include "XPLMPlugin.h"
 
 #include <cstring>
+#include <map>
 
 namespace {
 
@@ -42,6 +43,90 @@ TEST_F(DataRefs, OldHostsHaveTheOldNamesAndNotTheNewOnes) {
     EXPECT_NE(find("sim/flightmodel/engine/ENGN_N1_"), nullptr);
     EXPECT_EQ(find("sim/flightmodel/engine/ENGN_N1"), nullptr);
     EXPECT_NE(find("sim/flightmodel/position/theta"), nullptr);
+}
+
+/// The type bits and size X-Plane's list gives a type text ("double", "float[56][2][2][721]", "byte[]").
+int listedTypes(const std::string& type, int* size) {
+    const std::string base = type.substr(0, type.find('['));
+    *size = 1;
+    for (size_t at = type.find('['); at != std::string::npos; at = type.find('[', at + 1))
+        *size *= type[at + 1] == ']' ? 0 : std::stoi(type.substr(at + 1));
+    if (type.find('[') == std::string::npos)
+        return base == "int"     ? xplmType_Int
+               : base == "float" ? xplmType_Float
+                                 : xplmType_Float | xplmType_Double;
+    return base == "int" ? xplmType_IntArray : base == "float" ? xplmType_FloatArray : xplmType_Data;
+}
+
+/// Writes a value as a plug-in (the last element of an array) and says whether it reads back.
+bool writeSticks(XPLMDataRef r, int types, int size) {
+    if (types & xplmType_Double) {
+        XPLMSetDatad(r, 7.25);
+        return XPLMGetDataf(r) == 7.25f && XPLMGetDatad(r) == 7.25; // X-Plane's doubles read as floats too
+    }
+    if (types & xplmType_Float) {
+        XPLMSetDataf(r, 7.5f);
+        return XPLMGetDataf(r) == 7.5f;
+    }
+    if (types & xplmType_Int) {
+        XPLMSetDatai(r, 7);
+        return XPLMGetDatai(r) == 7;
+    }
+    if (size == 0) return false;
+    if (types & xplmType_FloatArray) {
+        float v = 7.5f, out = 0;
+        XPLMSetDatavf(r, &v, size - 1, 1);
+        return XPLMGetDatavf(r, &out, size - 1, 1) == 1 && out == v;
+    }
+    if (types & xplmType_IntArray) {
+        int v = 7, out = 0;
+        XPLMSetDatavi(r, &v, size - 1, 1);
+        return XPLMGetDatavi(r, &out, size - 1, 1) == 1 && out == v;
+    }
+    char v = 'x', out = 0;
+    XPLMSetDatab(r, &v, size - 1, 1);
+    return XPLMGetDatab(r, &out, size - 1, 1) == 1 && out == v;
+}
+
+int listedSize(XPLMDataRef r, int types) {
+    if (types & xplmType_FloatArray) return XPLMGetDatavf(r, nullptr, 0, 0);
+    if (types & xplmType_IntArray) return XPLMGetDatavi(r, nullptr, 0, 0);
+    if (types & xplmType_Data) return XPLMGetDatab(r, nullptr, 0, 0);
+    return 1;
+}
+
+TEST_F(DataRefs, EveryDataRefXPlane12ListsHasItsTypeSizeAndWritability) {
+    // The host's clock counts the running time; a plug-in cannot set it back.
+    const std::string kClock = "sim/time/total_running_time_sec";
+    const auto rows = xplaneList("DataRefs.txt");
+    ASSERT_GT(rows.size(), 5000u);
+    // Listed by index before anyone looked them up, and found by name as the same handles.
+    const int count = XPLMCountDataRefs();
+    std::vector<XPLMDataRef> all(static_cast<size_t>(count));
+    XPLMGetDataRefsByIndex(0, count, all.data());
+    std::map<std::string, XPLMDataRef> listed;
+    XPLMDataRefInfo_t info{};
+    info.structSize = sizeof info;
+    for (XPLMDataRef r : all) {
+        XPLMGetDataRefInfo(r, &info);
+        listed[info.name] = r;
+    }
+    for (const auto& row : rows) {
+        const std::string& name = row[0];
+        XPLMDataRef r = find(name.c_str());
+        ASSERT_NE(r, nullptr) << name;
+        EXPECT_EQ(listed[name], r) << name;
+        int size = 0;
+        const int types = listedTypes(row[1], &size);
+        const bool writable = row[2] == "y" && name != kClock;
+        EXPECT_EQ(XPLMGetDataRefTypes(r), types) << name;
+        if (row[1] != "byte[]") { // a string of varying length
+            EXPECT_EQ(listedSize(r, types), size) << name;
+        }
+        EXPECT_EQ(XPLMCanWriteDataRef(r), writable ? 1 : 0) << name;
+        EXPECT_EQ(writeSticks(r, types, size), writable && size > 0) << name;
+    }
+    EXPECT_EQ(XPLMCountDataRefs(), count);
 }
 
 TEST_F(DataRefs, RemovedDataRefDisappearsFromLookup) {

@@ -166,6 +166,56 @@ TEST_F(Windows, DragAndUpGoToTheWindowThatTookTheDown) {
     EXPECT_EQ(x, 310);
 }
 
+XPLMWindowID modernWindow(int layer, Clicks* clicks, int left = 0) {
+    XPLMCreateWindow_t p{};
+    p.structSize = sizeof p;
+    p.left = left;
+    p.top = 300;
+    p.right = left + 300;
+    p.bottom = 0;
+    p.visible = 1;
+    p.handleMouseClickFunc = mouse;
+    p.refcon = clicks;
+    p.decorateAsFloatingWindow = xplm_WindowDecorationSelfDecorated;
+    p.layer = layer;
+    return XPLMCreateWindowEx(&p);
+}
+
+TEST_F(Windows, LayersKeepTheirOrderAndAModalWindowTakesEveryClick) {
+    Clicks growlClicks, floatClicks, overlayClicks, modalClicks;
+    XPLMWindowID growl = modernWindow(xplm_WindowLayerGrowlNotifications, &growlClicks, 400);
+    XPLMWindowID floating = modernWindow(xplm_WindowLayerFloatingWindows, &floatClicks);
+    // A legacy window lives in the flight overlay: created last, it is still below the others.
+    XPLMWindowID overlay = XPLMCreateWindow(0, 300, 300, 0, 1, nullptr, nullptr, mouse, &overlayClicks);
+    std::vector<int> layers;
+    for (const simhost::WindowInfo& w : host->windows())
+        layers.push_back(w.layer);
+    EXPECT_EQ(layers, (std::vector<int>{0, 1, 3}));
+    XPLMBringWindowToFront(overlay);
+    EXPECT_EQ(host->windows().front().layer, 0); // the front of its own layer only
+    EXPECT_TRUE(XPLMIsWindowInFront(overlay));
+    host->click(10, 10);
+    EXPECT_EQ(floatClicks.events.size(), 2u);
+    EXPECT_TRUE(overlayClicks.events.empty());
+
+    // A modal window takes the clicks meant for the layers below it; growl notifications stay above.
+    XPLMWindowID modal = modernWindow(xplm_WindowLayerModal, &modalClicks, 600);
+    EXPECT_FALSE(host->click(10, 10));
+    EXPECT_EQ(floatClicks.events.size(), 2u);
+    EXPECT_TRUE(host->click(450, 10));
+    EXPECT_EQ(growlClicks.events.size(), 2u);
+    XPLMDestroyWindow(modal);
+
+    // OS and VR geometry belong to popped-out and VR windows: a floating window keeps its size.
+    XPLMSetWindowGeometryOS(floating, 0, 50, 50, 0);
+    XPLMSetWindowGeometryVR(floating, 50, 50);
+    int l = 0, t = 0, r = 0, b = 0;
+    XPLMGetWindowGeometry(floating, &l, &t, &r, &b);
+    EXPECT_EQ(std::vector<int>({l, t, r, b}), std::vector<int>({0, 300, 300, 0}));
+    EXPECT_EQ(XPLMWindowIsPoppedOut(floating), 0);
+    (void)growl;
+}
+
 TEST_F(Windows, GeometryRefconAndDestroy) {
     int tag = 0;
     XPLMCreateWindow_t p{};

@@ -220,6 +220,7 @@ TEST_F(Plugins, NewDataRefsAreAnnouncedOncePerFrameToThoseWhoAsked) {
     EXPECT_TRUE(XPLMIsFeatureEnabled("XPLM_WANTS_DATAREF_NOTIFICATIONS"));
     host->setDirectCaller(me);
     const int before = XPLMCountDataRefs();
+    ASSERT_NE(XPLMFindDataRef("sim/graphics/VR/enabled"), nullptr); // X-Plane's own: not new
     XPLMRegisterDataAccessor("test/a", xplmType_Int, 0, readZero, nullptr, nullptr, nullptr, nullptr, nullptr,
                              nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
     XPLMRegisterDataAccessor("test/b", xplmType_Int, 0, readZero, nullptr, nullptr, nullptr, nullptr, nullptr,

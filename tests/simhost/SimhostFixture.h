@@ -6,7 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
 
 class SimhostTest : public ::testing::Test {
 protected:
@@ -37,3 +41,26 @@ protected:
     std::unique_ptr<simhost::Host> host;
     int me = -1;
 };
+
+/// X-Plane 12.1's own list of datarefs ("DataRefs.txt": name, type, writable) or of commands
+/// ("Commands.txt": name), from ../shared/xplane, else from the repository's copy in simhost/data/: the
+/// fields of each row, name first.
+inline std::vector<std::vector<std::string>> xplaneList(const std::string& file) {
+    const bool commands = file == "Commands.txt";
+    std::ifstream in(std::string(KALVORA_SOURCE_DIR) + "/../shared/xplane/" + file);
+    const bool copy = !in;
+    if (copy)
+        in.open(std::string(KALVORA_SOURCE_DIR) + "/simhost/data/" +
+                (commands ? "commands.tsv" : "datarefs.tsv"));
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line[0] == '#' || (!commands && line.find('\t') == std::string::npos)) continue;
+        std::vector<std::string> fields;
+        std::istringstream s(line);
+        for (std::string f; std::getline(s, f, '\t');)
+            fields.push_back(f);
+        if (commands && !copy) fields = {line.substr(0, line.find(' '))};
+        rows.push_back(fields);
+    }
+    return rows;
+}

@@ -92,6 +92,10 @@ TEST_F(World, AircraftStaysOnTheApronUnlessFlown) {
     host->runFrames(2);
     EXPECT_NEAR(host->getf("sim/flightmodel/position/y_agl"), 300, 1e-3);
     EXPECT_NEAR(host->getf("sim/flightmodel/position/groundspeed"), 80, 1e-3);
+    EXPECT_EQ(host->geti("sim/flightmodel2/gear/on_ground", 1), 0);
+    host->set("sim/flightmodel/position/y_agl",
+              parked - host->options().startElevationM); // back on its wheels
+    EXPECT_EQ(host->geti("sim/flightmodel2/gear/on_ground", 1), 1);
 }
 
 TEST_F(World, ProfileFillsGeometryDataRefs) {
@@ -106,6 +110,10 @@ TEST_F(World, ProfileFillsGeometryDataRefs) {
     EXPECT_NEAR(host->getf("sim/aircraft/parts/acf_gear_tirrad", 1), 0.622, 1e-4);
     EXPECT_NEAR(host->getf("sim/flightmodel/position/psi"), 270, 1e-3);
     EXPECT_EQ(host->getString("sim/aircraft/view/acf_tailnum"), "G-KLVA");
+    EXPECT_EQ(host->getString("sim/aircraft/view/acf_ICAO"), "B744");
+    EXPECT_EQ(host->getString("sim/aircraft/view/acf_relative_path"), "Aircraft/B744/B744.acf");
+    EXPECT_EQ(host->geti("sim/flightmodel2/gear/on_ground", 4), 1); // five gear, all on the apron
+    EXPECT_EQ(host->geti("sim/flightmodel2/gear/on_ground", 5), 0);
     EXPECT_GT(host->getf("sim/flightmodel/engine/ENGN_bat_volt", 3), 20);
 }
 

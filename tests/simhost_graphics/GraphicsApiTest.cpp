@@ -1,6 +1,7 @@
 // The XPLMGraphics.h functions: state, textures, text, boxes and the local frame.
 #include "RenderFixture.h"
 
+#include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
 #include "simhost/Simhost.h"
 
@@ -218,6 +219,58 @@ TEST(LocalFrame, TheWorldsAircraftPositionAgreesWithTheConversion) {
                      host.getf("sim/flightmodel/position/lon_ref"), 0, &x, &y, &z);
     EXPECT_NEAR(x, 0, 1e-6);
     EXPECT_NEAR(z, 0, 1e-6);
+}
+
+} // namespace
+} // namespace simhost::testing
+
+namespace simhost::testing {
+namespace {
+
+int gScreenDraws = 0;
+
+TEST(HostWindows, DecoratedWindowsGetAFrameAndTitleBarAndVisibleDeviceScreensAreDrawn) {
+    simhost::HostOptions options;
+    options.render = true;
+    options.drawWorld = false;
+    options.screenWidth = kFrameW;
+    options.screenHeight = kFrameH;
+    simhost::Host host(options);
+    if (!host.renderingAvailable()) GTEST_SKIP() << "no OpenGL: " << gfx::unavailableReason();
+    simhost::InProcessPlugin self;
+    self.name = self.signature = "frames";
+    host.setDirectCaller(host.addPlugin(self));
+    XPLMCreateWindow_t p{};
+    p.structSize = sizeof p;
+    p.left = 40;
+    p.top = 120;
+    p.right = 200;
+    p.bottom = 40;
+    p.visible = 1;
+    p.decorateAsFloatingWindow = xplm_WindowDecorationRoundRectangle;
+    p.layer = xplm_WindowLayerFloatingWindows;
+    XPLMWindowID w = XPLMCreateWindowEx(&p);
+    char id[] = "frames_screen";
+    XPLMCreateAvionics_t device{};
+    device.structSize = sizeof device;
+    device.screenWidth = device.screenHeight = 64;
+    device.drawCallback = [](void*) { ++gScreenDraws; };
+    device.deviceID = id;
+    XPLMAvionicsID screen = XPLMCreateAvionicsEx(&device);
+    host.runFrames(1);
+    gfx::Image img;
+    ASSERT_TRUE(gfx::readFrame(img));
+    const uint32_t sky = img.at(5, 5);
+    EXPECT_NE(img.at(100, 130), sky); // the title bar above the top edge
+    EXPECT_NE(img.at(38, 80), sky);   // the left edge
+    EXPECT_EQ(img.at(100, 80), sky);  // inside: only what the plug-in draws
+    EXPECT_EQ(gScreenDraws, 0);       // the pop-up is hidden
+    XPLMSetAvionicsPopupVisible(screen, 1);
+    XPLMSetWindowIsVisible(w, 0);
+    host.runFrames(2);
+    ASSERT_TRUE(gfx::readFrame(img));
+    EXPECT_EQ(img.at(100, 130), sky);
+    EXPECT_EQ(gScreenDraws, 2);
 }
 
 } // namespace

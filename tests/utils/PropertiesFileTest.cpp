@@ -5,9 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <map>
 #include <sstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using kalvora_test::TempFolder;
 using Map = std::map<std::string, std::string>;
@@ -57,19 +61,25 @@ TEST(PropertiesLoad, MissingFileKeepsTheMapAndReportsTwoLines) {
     EXPECT_TRUE(quiet.entries.empty());
 }
 
-TEST(PropertiesLoad, OverlongLineIsRejectedWithoutDisturbingItsNeighbours) {
+TEST(PropertiesLoad, LinesTheMapCannotHoldAreWrittenBackUnchangedInTheirPlace) {
     TempFolder dir;
-    const std::string longest = "k=" + std::string(kPropertiesLineBytes - 3, 'v'); // 255 characters
-    const std::string tooLong = "x=" + std::string(kPropertiesLineBytes * 4, 'v');
-    const std::string path = dir.write("p.prf", "a=1\n" + longest + "\n" + tooLong + "\nb=2\n");
+    const std::string longest = "k=" + std::string(kPropertiesLineBytes - 1 - 2, 'v'); // 255 characters
+    const std::string tooLong = "x=" + std::string(kPropertiesLineBytes - 2, 'w');     // 256
+    const std::string path =
+        dir.write("p.prf", "# top\n=no key\nz=2\n" + tooLong + "\na=1\nno equals\n" + longest + "\n");
     std::ostringstream errors;
     HV_Properties props(path.c_str(), &errors);
-    EXPECT_EQ(props.entries.size(), 3u);
-    EXPECT_EQ(props["k"], longest.substr(2));
-    EXPECT_EQ(props["a"], "1");
-    EXPECT_EQ(props["b"], "2");
-    EXPECT_EQ(props.entries.count("x"), 0u);
+    EXPECT_EQ(props.entries, (Map{{"a", "1"}, {"k", longest.substr(2)}, {"z", "2"}}));
     EXPECT_NE(errors.str().find("too long"), std::string::npos);
+    props["b"] = "new";
+    props.save(nullptr);
+    // In key order, each kept line after the property it followed.
+    const std::string saved =
+        "# top\n=no key\na=1\nno equals\nb=new\n" + longest + "\nz=2\n" + tooLong + "\n";
+    EXPECT_EQ(TempFolder::read(path), saved);
+    HV_Properties again(path.c_str(), nullptr); // a file in key order comes back byte for byte
+    again.save(nullptr);
+    EXPECT_EQ(TempFolder::read(path), saved);
 }
 
 TEST(PropertiesSave, WritesSortedPairsAndReadsBackTheSameMap) {
@@ -115,6 +125,37 @@ TEST(PropertiesSave, ReplacesTheWholeFileAndLeavesNoTemporaryBehind) {
     std::vector<std::string> left;
     HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
     EXPECT_EQ(left, std::vector<std::string>{"p.prf"});
+}
+
+TEST(PropertiesSave, AKilledSaveKeepsTheFileAndTheNextLoadRemovesOnlyItsTemporary) {
+    TempFolder dir;
+    const std::string path = dir.write("p.prf", "old=1\n");
+    dir.write("p.prf.backup", "mine");           // the user's
+    dir.write("q.prf.saving-abc123", "another"); // another file's
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) { // killed by the file-size limit while it writes the temporary
+        const rlimit noCore{0, 0}, tiny{8, 8};
+        setrlimit(RLIMIT_CORE, &noCore);
+        setrlimit(RLIMIT_FSIZE, &tiny);
+        HV_Properties props(path.c_str(), nullptr);
+        props["new"] = std::string(100, 'n');
+        props.save(nullptr);
+        _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ) << "the save was not interrupted";
+    std::vector<std::string> left;
+    HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
+    EXPECT_EQ(left.size(), 4u) << "an interrupted save leaves its temporary";
+    EXPECT_EQ(TempFolder::read(path), "old=1\n");
+
+    HV_Properties next(path.c_str(), nullptr);
+    EXPECT_EQ(next.entries, (Map{{"old", "1"}}));
+    left.clear();
+    HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
+    EXPECT_EQ(left, (std::vector<std::string>{"p.prf", "p.prf.backup", "q.prf.saving-abc123"}));
 }
 
 TEST(PropertiesSave, UnwritableTargetReportsAndKeepsTheOldFile) {

@@ -25,7 +25,7 @@ enum class GraphicsEra {
 struct HostOptions {
     int xplaneVersion = 12100;     ///< what XPLMGetVersions reports as the X-Plane version
     int xplmVersion = 410;         ///< the XPLM API version reported
-    std::string aircraft = "A320"; ///< profile name (simhost/aircraft/<name>.acp) or a profile file path
+    std::string aircraft = "A320"; ///< profile name (looked up in aircraftDir) or a profile file path
     double fps = 60;               ///< frames per simulated second
     bool render = false;           ///< make an OpenGL context and call draw callbacks
     bool realTime = false;         ///< sleep so that sim time follows wall time
@@ -45,6 +45,15 @@ struct HostOptions {
     /// true: rendered frames show the apron and a stand-in of the user aircraft under the plug-ins'
     /// drawing; false: only what plug-ins draw, on the plain sky colour
     bool drawWorld = true;
+    /// Where profile names are looked up (<name>.acp); empty: simhost's own profiles (simhost/aircraft)
+    std::string aircraftDir;
+};
+
+/// Where a plug-in's files sit in Resources/plugins; X-Plane loads all three.
+enum class PluginLayout {
+    Flat,  ///< <Name>.xpl, its data folder <Name>/ beside it (X-Plane's oldest layout)
+    Fat,   ///< <Name>/lin_x64/<Name>.xpl (win_x64, mac_x64 on those systems), data in <Name>/
+    Fat64, ///< <Name>/64/lin.xpl (win.xpl, mac.xpl), data in <Name>/ (the layout before X-Plane 11.10)
 };
 
 /// A plug-in living in the test process: callbacks instead of a .xpl file.
@@ -59,8 +68,10 @@ struct InProcessPlugin {
 
 /// One line of what happened, in order.
 struct TranscriptEntry {
-    double simTime;   ///< seconds of sim time when it happened
-    std::string kind; ///< "speech","log","message","command","menu","key","view","camera","plugin","world"
+    double simTime; ///< seconds of sim time when it happened
+    /// "speech","log","message","command","menu","key","view","camera","plugin","world", "dataref" (a
+    /// plug-in wrote a NaN or an infinity into one of X-Plane's own datarefs)
+    std::string kind;
     std::string text;
 };
 
@@ -109,7 +120,9 @@ struct WindowInfo {
     int left, top, right, bottom; ///< screen pixels, origin bottom-left
     bool visible;
     bool hasKeyboardFocus;
-    std::string title; ///< XPLMSetWindowTitle, if any
+    std::string title;  ///< XPLMSetWindowTitle, if any
+    int decoration = 0; ///< XPLMWindowDecoration (1: the host draws a frame and title bar)
+    int layer = 0;      ///< XPLMWindowLayer
 };
 
 /// An object instance a plug-in placed in the world (XPLMCreateInstance).
@@ -121,6 +134,35 @@ struct InstanceInfo {
     bool positioned = false;                ///< XPLMInstanceSetPosition was called
     std::vector<std::string> datarefs;      ///< names given at creation
     std::vector<float> data;                ///< last values, one per name
+};
+
+/// AI aircraft X-Plane can run besides the user's (its classic multiplayer set plane1..plane19).
+constexpr int kMaxAiAircraft = 19;
+
+/// The weather simhost reports where no plug-in set its own (XPLMGetWeatherAtLocation,
+/// XPLMGetMETARForAirport). Values at the apron; aloft, temperature falls 6.5 K per km and pressure as
+/// in the standard atmosphere.
+struct Weather {
+    float temperatureC = 15;
+    float dewpointC = 5;
+    float qnhPa = 101325; ///< sea-level pressure, Pascals
+    float windDirDeg = 0; ///< where the wind comes from, degrees true
+    float windSpeedMps = 0;
+    float gustMps = 0; ///< total speed in gusts, 0: none
+    float visibilityM = 10000;
+    float precipRatio = 0;               ///< 0..1
+    float cloudCoverage = 0;             ///< 0..1 of the one cloud layer; 0: clear sky
+    float cloudBaseM = 0, cloudTopM = 0; ///< metres MSL
+    std::string metar;                   ///< the airport's METAR; empty: composed from the values above
+};
+
+/// An icon or label a plug-in's map layer drew in the last frame of a shown map.
+struct MapMark {
+    std::string map, layer; ///< map identifier, layer name
+    std::string kind;       ///< "icon" or "label"
+    std::string text;       ///< the label's text, or the icon sheet's path
+    float x = 0, y = 0;     ///< map units
+    float rotationDeg = 0;
 };
 
 /// The emulated X-Plane.
@@ -136,11 +178,31 @@ public:
     const HostOptions& options() const;
 
     // ---- plug-ins ----
-    /// Installs a .xpl (and its data folder beside it, if any) into the sandbox, loads, starts
-    /// and enables it. Returns its plug-in ID or -1 (with the reason in *error and the log).
+    // Relative paths are taken from the working directory the Host was created in: while a Host
+    // lives, the process's working directory is its X-Plane folder, as X-Plane's is.
+
+    /// Installs a .xpl (flat, with its data folder beside it, if any) or a plug-in folder (fat
+    /// layout, copied whole) into the sandbox's Resources/plugins, loads, starts and enables it.
+    /// Returns its plug-in ID or -1 (with the reason in *error and the log).
     int loadPlugin(const std::string& xplPath, std::string* error = nullptr);
     /// Same, with the plug-in's data folder taken from dataDir (installed as Resources/plugins/<name>/).
     int loadPlugin(const std::string& xplPath, const std::string& dataDir, std::string* error);
+    /// Same, installing the .xpl in the given layout with its data folder (dataDir, or the folder named
+    /// like the file beside it).
+    int loadPlugin(const std::string& xplPath, const std::string& dataDir, PluginLayout layout,
+                   std::string* error = nullptr);
+    /// Copies a plug-in into Resources/plugins as loadPlugin does, without loading it. Returns the
+    /// installed .xpl's path, or "" (with the reason in *error).
+    std::string installPlugin(const std::string& path, const std::string& dataDir = "",
+                              PluginLayout layout = PluginLayout::Flat, std::string* error = nullptr);
+    /// Copies every plug-in of a plug-ins folder (another X-Plane's Resources/plugins): its .xpl files
+    /// with their data folders and its plug-in folders. Returns how many, or -1 when it is no folder.
+    int installPluginsFolder(const std::string& pluginsDir, std::string* error = nullptr);
+    /// X-Plane's start-up: every plug-in in Resources/plugins that is not loaded yet is loaded in name
+    /// order and started (XPluginStart), then each is enabled (XPluginEnable); then every plug-in gets
+    /// XPLM_MSG_PLANE_LOADED (user aircraft), XPLM_MSG_AIRPORT_LOADED and XPLM_MSG_SCENERY_LOADED.
+    /// Returns the IDs of the plug-ins it started; a plug-in that fails is logged (and in *errors).
+    std::vector<int> startInstalledPlugins(std::string* errors = nullptr);
     /// Disables, stops and unloads a plug-in; whatever it registered disappears.
     void unloadPlugin(int id);
     /// Adds a plug-in made of C++ callbacks; returns its ID or -1 when start() returns 0.
@@ -205,6 +267,21 @@ public:
     /// somewhere else) unless XPLMInstanceSetAutoShift was called for them. No message is sent.
     void shiftLocalOrigin(double refLatDeg, double refLonDeg);
 
+    /// Number of AI aircraft besides the user's (0..kMaxAiAircraft), as in X-Plane's settings.
+    void setAiAircraftCount(int count);
+    /// The weather every place has unless a plug-in set its own.
+    void setWeather(const Weather& weather);
+    const Weather& weather() const;
+
+    // ---- maps ----
+    /// Opens a map (XPLM_MAP_USER_INTERFACE, XPLM_MAP_IOS): the creation hooks are told, layers may be
+    /// created in it, and from the next frame on its layers draw each frame.
+    void showMap(const std::string& mapId);
+    /// Closes a map: its layers hear they will be deleted and are gone.
+    void hideMap(const std::string& mapId);
+    /// Icons and labels the layers of shown maps drew in the last frame.
+    const std::vector<MapMark>& mapMarks() const;
+
     // ---- menus ----
     std::string menuTree() const;
     /// Picks an item by its path of names, "Plugins/Kalvora/Push straight back". False if absent or disabled.
@@ -224,6 +301,9 @@ public:
     void mouseDrag(int x, int y);
     void mouseUp(int x, int y);
     void scroll(int x, int y, int clicks);
+    /// Resizes a window as a user dragging its frame's corner would (top-left corner stays), within its
+    /// resizing limits; false for an unknown window or one the user cannot resize.
+    bool resizeWindow(int windowId, int width, int height);
 
     // ---- commands ----
     /// Runs a command once (begin then end). False when no such command exists.

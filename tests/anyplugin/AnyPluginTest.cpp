@@ -1,0 +1,220 @@
+// The four test plug-ins, each loaded into a fresh simhost and driven as a
+// user would (commands, clicks, the map), checked against what the SDK says
+// happens, through what they publish and simhost's control API.
+#include "XPLMMap.h"
+#include "XPLMNavigation.h"
+#include "XPLMPlanes.h"
+
+#include "simhost/Simhost.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class AnyPlugin : public ::testing::Test {
+protected:
+    void start(simhost::HostOptions options = {}) {
+        host = std::make_unique<simhost::Host>(options);
+        simhost::InProcessPlugin self;
+        self.name = self.signature = "anyplugin.test.self";
+        me = host->addPlugin(self);
+        host->setDirectCaller(me);
+    }
+    int load(const char* path) {
+        std::string why;
+        const int id = host->loadPlugin(path, &why);
+        EXPECT_GT(id, 0) << why;
+        return id;
+    }
+    /// Log.txt lines that start with a prefix.
+    std::vector<std::string> logLines(const std::string& prefix) {
+        std::vector<std::string> out;
+        for (const std::string& l : host->transcriptTexts("log"))
+            if (l.rfind(prefix, 0) == 0) out.push_back(l);
+        return out;
+    }
+    bool logged(const std::string& line) {
+        const auto lines = host->transcriptTexts("log");
+        return std::find(lines.begin(), lines.end(), line) != lines.end();
+    }
+    void TearDown() override { host.reset(); }
+
+    std::unique_ptr<simhost::Host> host;
+    int me = -1;
+};
+
+int controller() {
+    int total = 0, active = 0;
+    XPLMPluginID who = 0;
+    XPLMCountAircraft(&total, &active, &who);
+    return who;
+}
+
+TEST_F(AnyPlugin, TrafficWaitsForThePlanesTakesThemWhenFreedAndProbesTheGroundUnderThem) {
+    start();
+    host->setAiAircraftCount(3);
+    ASSERT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1); // another plug-in holds them first
+    const int traffic = load(ANYPLUGIN_Traffic);
+    EXPECT_EQ(host->geti("traffic/acquired"), 0);
+    EXPECT_TRUE(logged("Traffic: the aircraft are taken, waiting"));
+    EXPECT_EQ(controller(), me);
+
+    XPLMReleasePlanes(); // the waiting plug-in hears of it and takes them
+    EXPECT_EQ(host->geti("traffic/acquired"), 1);
+    EXPECT_EQ(host->geti("traffic/planes"), 4); // the user's and the three AI aircraft
+    EXPECT_TRUE(logged("Traffic: got 4 aircraft (controller " + std::to_string(traffic) + " is me: 1)"));
+    EXPECT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 0);
+
+    host->runFrames(3);
+    const double userAboveApronM =
+        host->getf("sim/flightmodel/position/local_y") - host->options().startElevationM;
+    EXPECT_NEAR(host->getf("traffic/lowest_agl"), userAboveApronM + 300, 0.1); // the lowest flies 300 m up
+    EXPECT_EQ(host->registrations(traffic).back(), "AI aircraft");
+
+    host->disablePlugin(traffic); // it lets them go
+    EXPECT_EQ(controller(), XPLM_NO_PLUGIN_ID);
+    EXPECT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1);
+}
+
+TEST_F(AnyPlugin, CockpitHelperReadsItsIniAndItsDecoratedWindowsStackDragAndResize) {
+    start();
+    // The ini sits next to the .xpl (the flat layout: in Resources/plugins).
+    std::ofstream(host->sandbox() + "Resources/plugins/CockpitHelper.ini")
+        << "title = Ground checklist\nwidth = 320\nheight = oops\n";
+    const int helper = load(ANYPLUGIN_CockpitHelper);
+    ASSERT_TRUE(host->runCommand("cockpit_helper/toggle_window"));
+    ASSERT_EQ(host->windows().size(), 1u);
+    simhost::WindowInfo w = host->windows()[0];
+    EXPECT_EQ(w.title, "Ground checklist");
+    EXPECT_EQ(w.right - w.left, 320);
+    EXPECT_EQ(w.top - w.bottom, 200); // the bad height kept the default
+    EXPECT_EQ(w.decoration, 1);
+    EXPECT_EQ(w.layer, 1);
+
+    // A click in the window raises it before its handler runs, so the window the handler opens is on top.
+    EXPECT_TRUE(host->click(w.left + 20, w.top - 20));
+    host->runFrames(1);
+    EXPECT_EQ(host->geti("cockpit/clicks"), 1);
+    ASSERT_EQ(host->windows().size(), 2u);
+    EXPECT_EQ(host->windows().back().title, "Details");
+    EXPECT_EQ(host->geti("cockpit/details_in_front"), 1);
+    host->click(w.right - 5, w.bottom + 5); // outside the details window: the main one comes up again
+    host->runFrames(1);
+    EXPECT_EQ(host->geti("cockpit/details_in_front"), 0);
+    EXPECT_EQ(host->windows().back().id, w.id);
+
+    // The title bar above the top edge drags the window; the plug-in does not see that click.
+    host->mouseDown(w.left + 50, w.top + 10);
+    host->mouseDrag(w.left + 80, w.top - 10);
+    host->mouseUp(w.left + 100, w.top - 30);
+    simhost::WindowInfo moved = host->windows().back();
+    EXPECT_EQ(moved.left, w.left + 50);
+    EXPECT_EQ(moved.top, w.top - 40);
+    EXPECT_EQ(moved.right - moved.left, 320);
+    EXPECT_EQ(host->geti("cockpit/clicks"), 2);
+
+    // Resizing keeps the top-left corner and the plug-in's limits (200x100 to 600x400).
+    EXPECT_TRUE(host->resizeWindow(w.id, 1000, 50));
+    simhost::WindowInfo resized = host->windows().back();
+    EXPECT_EQ(resized.left, moved.left);
+    EXPECT_EQ(resized.top, moved.top);
+    EXPECT_EQ(resized.right - resized.left, 600);
+    EXPECT_EQ(resized.top - resized.bottom, 100);
+
+    host->runCommand("cockpit_helper/toggle_window");
+    EXPECT_EQ(host->geti("cockpit/toggles"), 2);
+    EXPECT_FALSE(host->windows().back().visible);
+    host->unloadPlugin(helper);
+    EXPECT_TRUE(host->leftoversAtLastUnload().empty())
+        << ::testing::PrintToString(host->leftoversAtLastUnload());
+}
+
+TEST_F(AnyPlugin, NavigationProgramsAndWalksTheFmsAndMarksNavaidsOnTheMap) {
+    start();
+    load(ANYPLUGIN_Navigation);
+    const XPLMNavRef vor = XPLMFindNavAid(nullptr, "SIM", nullptr, nullptr, nullptr, xplm_Nav_VOR);
+    const XPLMNavRef alpha = XPLMFindNavAid(nullptr, "ALPHA", nullptr, nullptr, nullptr, xplm_Nav_Fix);
+    EXPECT_TRUE(logged("Navigation: nearest airport XSIM, VOR Simhost VOR on 114.85 MHz, NDB on 385 kHz is " +
+                       std::to_string(XPLMFindFirstNavAidOfType(xplm_Nav_NDB))));
+    EXPECT_EQ(logLines("Navigation: FMS "),
+              (std::vector<std::string>{
+                  "Navigation: FMS 0: airport XSIM 0 ft", "Navigation: FMS 1: VOR SIM 5000 ft (destination)",
+                  "Navigation: FMS 2: fix ALPHA 5000 ft", "Navigation: FMS 3: lat/lon  5000 ft",
+                  "Navigation: FMS 4: airport XSIM 0 ft"}));
+    // Searches as the header describes: the nearest of several matches, a frequency that leaves fixes in.
+    float nearBravoLat = 47.63f, nearBravoLon = 8.78f;
+    int vorFreq = 11485;
+    const XPLMNavRef bravo =
+        XPLMFindNavAid(nullptr, nullptr, &nearBravoLat, &nearBravoLon, nullptr, xplm_Nav_Fix);
+    EXPECT_EQ(bravo, XPLMFindNavAid("BRAVO", nullptr, nullptr, nullptr, nullptr, xplm_Nav_Fix));
+    EXPECT_NE(bravo, XPLMFindLastNavAidOfType(xplm_Nav_Fix));
+    EXPECT_EQ(XPLMFindNavAid(nullptr, nullptr, nullptr, nullptr, &vorFreq, xplm_Nav_VOR | xplm_Nav_NDB), vor);
+    EXPECT_EQ(XPLMFindNavAid(nullptr, "ALP", nullptr, nullptr, &vorFreq, xplm_Nav_Fix), alpha);
+    EXPECT_EQ(host->geti("nav/entries"), 5);
+    EXPECT_EQ(host->geti("nav/copilot_entries"), 5); // the plan survived its text form
+    EXPECT_EQ(host->geti("nav/gps_destination"), vor);
+    const auto metar = logLines("Navigation: METAR XSIM ");
+    ASSERT_EQ(metar.size(), 1u);
+    EXPECT_NE(metar[0].find(" 00000KT 9999 SKC 15/05 Q1013"), std::string::npos) << metar[0];
+
+    host->runCommand("navigation/next_waypoint");
+    EXPECT_EQ(XPLMGetDestinationFMSEntry(), 2);
+    EXPECT_EQ(XPLMGetGPSDestination(), alpha);
+    EXPECT_EQ(XPLMGetGPSDestinationType(), xplm_Nav_Fix);
+
+    // The map: the creation hook adds the layer, each frame it marks every navaid where the projection puts
+    // it.
+    host->showMap(XPLM_MAP_USER_INTERFACE);
+    host->runFrames(1);
+    const auto& marks = host->mapMarks();
+    EXPECT_EQ(std::count_if(marks.begin(), marks.end(), [](auto& m) { return m.kind == "icon"; }), 11);
+    auto sim = std::find_if(marks.begin(), marks.end(),
+                            [](auto& m) { return m.kind == "label" && m.text == "SIM"; });
+    ASSERT_NE(sim, marks.end());
+    EXPECT_EQ(sim->layer, "Navaids");
+    EXPECT_NEAR(sim->x, 0, 1); // the VOR is 5 km north of the apron; map units are metres
+    EXPECT_NEAR(sim->y, 5000, 1);
+    host->hideMap(XPLM_MAP_USER_INTERFACE);
+    EXPECT_EQ(host->geti("nav/layers_deleted"), 1);
+    EXPECT_TRUE(host->mapMarks().empty());
+}
+
+TEST_F(AnyPlugin, SoundPlaysOutLoopsUntilStoppedAndReportsEveryCompletion) {
+    const fs::path audio = fs::temp_directory_path() / ("anyplugin-sound-" + std::to_string(getpid()));
+    fs::create_directories(audio);
+    simhost::HostOptions options;
+    options.speechWavDir = audio.string();
+    start(options);
+    load(ANYPLUGIN_Sound);
+    host->runCommand("sound/chime");
+    EXPECT_EQ(host->geti("sound/completions"), 0);
+    host->runFor(0.6); // the chime is 0.5 s long
+    EXPECT_EQ(host->geti("sound/completions"), 1);
+
+    host->runCommand("sound/hum_start");
+    host->runFor(2); // a looping channel never plays out
+    EXPECT_EQ(host->geti("sound/hum_playing"), 1);
+    EXPECT_EQ(host->geti("sound/completions"), 1);
+    host->runCommand("sound/hum_stop");
+    EXPECT_EQ(host->geti("sound/completions"), 2); // stopping tells the plug-in too
+    EXPECT_EQ(host->geti("sound/hum_playing"), 0);
+    EXPECT_EQ(
+        host->transcriptTexts("sound"),
+        (std::vector<std::string>{"channel 1 play on interior: 22050 Hz, 1 ch, 0.5 s", "channel 1 ended",
+                                  "channel 2 play on exterior aircraft: 22050 Hz, 1 ch, 0.2 s, looping",
+                                  "channel 2 position 0 2 0 m, velocity 0 0 0 m/s", "channel 2 volume 0.5",
+                                  "channel 2 stopped"}));
+    // Each buffer went into the audio folder as a WAV: a 44-byte header and the PCM.
+    EXPECT_EQ(fs::file_size(audio / "sound-001.wav"), 44u + 22050u);
+    EXPECT_EQ(fs::file_size(audio / "sound-002.wav"), 44u + 8820u);
+    fs::remove_all(audio);
+}
+
+} // namespace

@@ -1,0 +1,48 @@
+// What the test plug-ins share: publishing a value as an int or float dataref
+// for the test to read, and logging a line to Log.txt.
+#pragma once
+
+#include "XPLMDataAccess.h"
+#include "XPLMUtilities.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+
+namespace plugin_support {
+
+inline int readInt(void* refcon) {
+    return *static_cast<int*>(refcon);
+}
+inline float readFloat(void* refcon) {
+    return *static_cast<float*>(refcon);
+}
+
+/// Publishes *value as a read-only int dataref.
+inline XPLMDataRef publishInt(const char* name, int* value) {
+    return XPLMRegisterDataAccessor(name, xplmType_Int, 0, readInt, nullptr, nullptr, nullptr, nullptr,
+                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, value,
+                                    nullptr);
+}
+
+/// Publishes *value as a read-only float dataref.
+inline XPLMDataRef publishFloat(const char* name, float* value) {
+    return XPLMRegisterDataAccessor(name, xplmType_Float, 0, nullptr, nullptr, readFloat, nullptr, nullptr,
+                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, value,
+                                    nullptr);
+}
+
+/// printf into Log.txt, one line.
+inline void logLine(const char* format, ...) {
+    char line[512];
+    va_list args;
+    va_start(args, format);
+    const int n = std::vsnprintf(line, sizeof line - 1, format, args);
+    va_end(args);
+    const size_t end = n < 0 ? 0 : std::min<size_t>(static_cast<size_t>(n), sizeof line - 2);
+    line[end] = '\n';
+    line[end + 1] = '\0';
+    XPLMDebugString(line);
+}
+
+} // namespace plugin_support

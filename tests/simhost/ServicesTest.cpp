@@ -1,0 +1,172 @@
+// The services a headless host answers from state of its own: weather, folder
+// listings, data files, cockpit devices and monitors.
+#include "SimhostFixture.h"
+
+#include "XPLMDisplay.h"
+#include "XPLMUtilities.h"
+#include "XPLMWeather.h"
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+using Services = SimhostTest;
+
+namespace {
+constexpr double kLat = 47.4647, kLon = 8.5492; // the apron, next to simhost's airport
+}
+
+TEST_F(Services, WeatherComesFromTheHostStateOrTheNearestPluginReport) {
+    simhost::Weather w;
+    w.temperatureC = 20;
+    w.qnhPa = 99000;
+    w.windDirDeg = 270;
+    w.windSpeedMps = 5;
+    host->setWeather(w);
+    XPLMWeatherInfo_t info{};
+    info.structSize = sizeof info;
+    EXPECT_EQ(XPLMGetWeatherAtLocation(kLat, kLon, 1432, &info), 1); // the airport's report is near
+    EXPECT_NEAR(info.temperature_alt, 20 - 6.5, 0.01);               // 1000 m above the apron
+    EXPECT_NEAR(info.pressure_sl, 99000, 0.5);
+    EXPECT_LT(info.pressure_alt, 99000 * 0.85);
+    EXPECT_EQ(info.wind_layers[0].direction, 270);
+    EXPECT_EQ(XPLMGetWeatherAtLocation(kLat + 5, kLon, 0, &info), 0); // far from any airport: still filled
+    EXPECT_NEAR(info.temperature_alt, 20, 0.01);
+
+    // A caller with the first version of the struct gets only that much written.
+    std::vector<unsigned char> v1(sizeof(XPLMWeatherInfo_t), 0xAB);
+    const int v1Bytes = static_cast<int>(offsetof(XPLMWeatherInfo_t, temp_layers));
+    std::memcpy(v1.data(), &v1Bytes, sizeof v1Bytes);
+    XPLMGetWeatherAtLocation(kLat, kLon, 0, reinterpret_cast<XPLMWeatherInfo_t*>(v1.data()));
+    EXPECT_EQ(v1[static_cast<size_t>(v1Bytes)], 0xAB);
+
+    // A plug-in's report wins within its radius; a full update drops its earlier ones.
+    XPLMWeatherInfo_t mine = info;
+    mine.temperature_alt = -3;
+    mine.radius_nm = 10;
+    XPLMSetWeatherAtLocation(kLat + 1, kLon, 0, &mine);
+    XPLMGetWeatherAtLocation(kLat + 1.05, kLon, 0, &info); // 3 nm away
+    EXPECT_NEAR(info.temperature_alt, -3, 0.01);
+    XPLMFixedString150_t metar{};
+    XPLMGetMETARForAirport("XSIM", &metar);
+    EXPECT_STREQ(metar.buffer, "XSIM 011200Z 27010KT 9999 SKC 20/05 Q0990");
+    XPLMSetWeatherAtAirport("XSIM", &mine);
+    XPLMGetMETARForAirport("XSIM", &metar);
+    EXPECT_NE(std::string(metar.buffer).find(" M03/"), std::string::npos) << metar.buffer;
+    XPLMBeginWeatherUpdate();
+    XPLMSetWeatherAtLocation(kLat - 1, kLon, 0, &mine);
+    XPLMEndWeatherUpdate(0, 1); // drops the reports at kLat + 1 and at the airport
+    XPLMGetWeatherAtLocation(kLat + 1, kLon, 0, &info);
+    EXPECT_NEAR(info.temperature_alt, 20, 0.01);
+    XPLMGetMETARForAirport("XSIM", &metar);
+    EXPECT_NE(std::string(metar.buffer).find(" 20/05 "), std::string::npos) << metar.buffer;
+    XPLMEraseWeatherAtLocation(kLat - 1, kLon);
+    XPLMGetWeatherAtLocation(kLat - 1, kLon, 0, &info);
+    EXPECT_NEAR(info.temperature_alt, 20, 0.01);
+    XPLMGetMETARForAirport("ZZZZ", &metar);
+    EXPECT_STREQ(metar.buffer, "");
+}
+
+TEST_F(Services, DirectoryContentsFillTheBufferAndIndexAsFarAsTheyFit) {
+    const std::string dir = host->sandbox() + "listing";
+    fs::create_directories(dir + "/sub");
+    for (const char* f : {"b.txt", "a.txt", "c.txt"})
+        std::ofstream(dir + "/" + f) << "x";
+    char names[64];
+    char* index[8];
+    int total = 0, returned = 0;
+    EXPECT_EQ(XPLMGetDirectoryContents(dir.c_str(), 0, names, sizeof names, index, 8, &total, &returned), 1);
+    EXPECT_EQ(total, 4);
+    EXPECT_EQ(returned, 4);
+    EXPECT_STREQ(index[0], "a.txt");
+    EXPECT_STREQ(index[3], "sub");
+    EXPECT_EQ(index[4], nullptr);
+    EXPECT_EQ(index[3], names + 18); // names run one after another: 3 x "?.txt\0", then "sub\0"
+    EXPECT_EQ(names[22], '\0');      // and the empty name
+
+    // From the third on, into a buffer with room for one name.
+    char small[8];
+    EXPECT_EQ(XPLMGetDirectoryContents(dir.c_str(), 2, small, sizeof small, index, 8, &total, &returned), 0);
+    EXPECT_EQ(returned, 1);
+    EXPECT_STREQ(index[0], "c.txt");
+    EXPECT_EQ(index[1], nullptr);
+    EXPECT_EQ(XPLMGetDirectoryContents(dir.c_str(), 0, names, sizeof names, index, 2, &total, &returned), 0);
+    EXPECT_EQ(returned, 1); // the index holds one name and the NULL after it
+    EXPECT_EQ(XPLMGetDirectoryContents((dir + "/none").c_str(), 0, names, sizeof names, nullptr, 0, &total,
+                                       &returned),
+              0);
+    EXPECT_EQ(total, 0);
+}
+
+TEST_F(Services, DataFilesAreSavedInsideTheXPlaneFolderAndLoadedWhenTheyExist) {
+    EXPECT_EQ(XPLMSaveDataFile(xplm_DataFile_Situation, "Output/situations/apron.sit"), 1);
+    EXPECT_TRUE(fs::is_regular_file(host->sandbox() + "Output/situations/apron.sit"));
+    EXPECT_EQ(XPLMLoadDataFile(xplm_DataFile_Situation, "Output/situations/apron.sit"), 1);
+    EXPECT_EQ(XPLMLoadDataFile(xplm_DataFile_Situation, "Output/situations/none.sit"), 0);
+    EXPECT_EQ(XPLMLoadDataFile(xplm_DataFile_ReplayMovie, nullptr), 1); // clears the replay
+    EXPECT_EQ(XPLMLoadDataFile(xplm_DataFile_Situation, nullptr), 0);
+    EXPECT_EQ(XPLMSaveDataFile(xplm_DataFile_Situation, "../outside.sit"), 0);
+    EXPECT_EQ(host->transcriptTexts("datafile"),
+              (std::vector<std::string>{"save situation Output/situations/apron.sit",
+                                        "load situation Output/situations/apron.sit",
+                                        "load situation Output/situations/none.sit (no such file)",
+                                        "replay cleared", "save situation ../outside.sit (failed)"}));
+}
+
+namespace {
+void monitor(int index, int left, int top, int right, int bottom, void* refcon) {
+    *static_cast<std::string*>(refcon) += std::to_string(index) + ":" + std::to_string(left) + "," +
+                                          std::to_string(top) + "," + std::to_string(right) + "," +
+                                          std::to_string(bottom) + " ";
+}
+} // namespace
+
+TEST_F(Services, CockpitDevicesAreRegisteredAndCreatedWithUniqueIdsAndGoWithTheirPlugin) {
+    XPLMCustomizeAvionics_t custom{};
+    custom.structSize = sizeof custom;
+    custom.deviceId = xplm_device_G1000_PFD_1;
+    XPLMAvionicsID pfd = XPLMRegisterAvionicsCallbacksEx(&custom);
+    ASSERT_NE(pfd, nullptr);
+    custom.deviceId = 99;
+    EXPECT_EQ(XPLMRegisterAvionicsCallbacksEx(&custom), nullptr);
+    XPLMSetAvionicsPopupVisible(XPLMGetAvionicsHandle(xplm_device_G1000_PFD_1), 1); // one device, one pop-up
+    EXPECT_EQ(XPLMIsAvionicsPopupVisible(pfd), 1);
+
+    char id[] = "test_screen", name[] = "Test screen";
+    XPLMCreateAvionics_t create{};
+    create.structSize = sizeof create;
+    create.screenWidth = 320;
+    create.screenHeight = 240;
+    create.deviceID = id;
+    create.deviceName = name;
+    XPLMAvionicsID screen = XPLMCreateAvionicsEx(&create);
+    ASSERT_NE(screen, nullptr);
+    EXPECT_EQ(XPLMCreateAvionicsEx(&create), nullptr); // the ID is taken
+    EXPECT_EQ(XPLMIsAvionicsBound(screen), 0);
+    EXPECT_EQ(XPLMGetAvionicsBusVoltsRatio(screen), -1);
+    XPLMSetAvionicsBrightnessRheo(screen, 0.25f);
+    EXPECT_EQ(XPLMGetAvionicsBrightnessRheo(screen), 0.25f);
+    XPLMPopOutAvionics(screen); // one monitor: it shows, but not popped out
+    EXPECT_EQ(XPLMIsAvionicsPopupVisible(screen), 1);
+    EXPECT_EQ(XPLMIsAvionicsPoppedOut(screen), 0);
+    XPLMSetAvionicsGeometry(screen, 10, 300, 330, 60);
+    int l = 0, t = 0, r = 0, b = 0;
+    XPLMSetAvionicsGeometryOS(screen, 0, 0, 1, 1); // not popped out: ignored
+    XPLMGetAvionicsGeometryOS(screen, &l, &t, &r, &b);
+    EXPECT_EQ(std::vector<int>({l, t, r, b}), std::vector<int>({10, 300, 330, 60}));
+    XPLMTakeAvionicsKeyboardFocus(screen);
+    EXPECT_EQ(XPLMHasAvionicsKeyboardFocus(screen), 1);
+    EXPECT_EQ(host->registrations(me),
+              (std::vector<std::string>{"avionics callbacks device 6", "avionics device test_screen"}));
+    XPLMUnregisterAvionicsCallbacks(pfd);
+    XPLMDestroyAvionics(screen);
+    EXPECT_TRUE(host->registrations(me).empty());
+    EXPECT_NE(XPLMCreateAvionicsEx(&create), nullptr); // the ID is free again
+
+    std::string monitors;
+    XPLMGetAllMonitorBoundsGlobal(monitor, &monitors);
+    XPLMGetAllMonitorBoundsOS(monitor, &monitors);
+    EXPECT_EQ(monitors, "0:0,768,1024,0 0:0,768,1024,0 ");
+}
