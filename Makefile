@@ -1,6 +1,7 @@
 # Kalvora: the two commands of the README, and a few more for developers.
 #   make demo   build the plug-in and simhost, run the push-back demo, write report/
 #   make test   build everything and run the whole test suite
+#   make release  dist/Kalvora-<version>.zip: the plug-in for Linux, Windows and macOS
 SHELL := /bin/bash
 BUILD ?= build
 FUZZ_BUILD ?= build-fuzz
@@ -9,7 +10,7 @@ FUZZ_SECONDS ?= 10
 CMAKE_FLAGS ?=
 PREFIX ?= /usr/local
 
-.PHONY: all deps configure build demo test fuzz bench install clean
+.PHONY: all deps configure toolchains cross build demo test release fuzz bench install clean
 
 all: build
 
@@ -17,10 +18,24 @@ deps:
 	@bash scripts/install-deps.sh
 
 configure: deps
-	@cmake -S . -B $(BUILD) -G Ninja -DKALVORA_TESTS=ON -DKALVORA_BENCH=ON $(CMAKE_FLAGS) >/dev/null
+	@cmake -S . -B $(BUILD) -G Ninja -DKALVORA_TESTS=ON -DKALVORA_BENCH=ON -DKALVORA_CROSS=ON $(CMAKE_FLAGS) >/dev/null
 
-build: configure
+# What the other platforms' builds fetch (zig, Debian's libpng/zlib sources), cached in the build folder.
+toolchains: configure
+	@bash scripts/toolchains.sh $(BUILD)/toolchains
+	@cmake -S . -B $(BUILD) >/dev/null
+
+# The plug-in for the other platforms (and simhost for Windows), each in $(BUILD)/cross/.
+cross: toolchains
+	@cmake --build $(BUILD) -j $(JOBS) --target cross
+
+build: configure cross
 	@cmake --build $(BUILD) -j $(JOBS)
+
+# The release: dist/Kalvora-<version>.zip, the plug-in folder for every platform.
+release: cross
+	@cmake --build $(BUILD) -j $(JOBS) --target Kalvora.xpl
+	@bash scripts/make-release.sh $(BUILD) dist
 
 # Configured like `make test` (so the two share one build folder) but builds only what the demo runs.
 demo: configure
@@ -50,4 +65,4 @@ install: build
 	@cmake --install $(BUILD) --component simhost --prefix "$(PREFIX)"
 
 clean:
-	@rm -rf $(BUILD) $(FUZZ_BUILD)
+	@rm -rf $(BUILD) $(FUZZ_BUILD) dist

@@ -13,10 +13,17 @@ packages=(
     espeak-ng
     binutils
     valgrind
+    # the other platforms: Windows (mingw-w64, run under Wine), macOS and old-glibc Linux (zig,
+    # fetched from npm by scripts/toolchains.sh; llvm's lipo/strip/dsymutil), and Debian's
+    # libpng/zlib source packages (dpkg-source)
+    g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64
+    npm llvm lld dpkg-dev
 )
 
 missing=()
 for p in "${packages[@]}"; do
+    # npm also comes with other Node.js packagings (which Debian's npm would conflict with).
+    [ "$p" = npm ] && command -v npm >/dev/null && continue
     if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
         missing+=("$p")
     fi

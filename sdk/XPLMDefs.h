@@ -19,32 +19,36 @@ extern "C" {
 #error "Exactly one of APL, IBM and LIN must be 1"
 #endif
 
-/* What a plug-in exports: its five entry points. */
+/* What a plug-in exports: its five entry points. A Windows DLL exports what is
+   marked dllexport; elsewhere, what has default visibility. */
+#if IBM
+#define KALVORA_SDK_EXPORT __declspec(dllexport)
+#define KALVORA_SDK_IMPORT __declspec(dllimport)
+#elif defined(__GNUC__) && __GNUC__ >= 4
+#define KALVORA_SDK_EXPORT __attribute__((visibility("default")))
+#define KALVORA_SDK_IMPORT
+#else
+#define KALVORA_SDK_EXPORT
+#define KALVORA_SDK_IMPORT
+#endif
 #ifdef __cplusplus
-#if defined(__GNUC__) && __GNUC__ >= 4
-#define PLUGIN_API extern "C" __attribute__((visibility("default")))
+#define PLUGIN_API extern "C" KALVORA_SDK_EXPORT
 #else
-#define PLUGIN_API extern "C"
-#endif
-#else
-#if defined(__GNUC__) && __GNUC__ >= 4
-#define PLUGIN_API __attribute__((visibility("default")))
-#else
-#define PLUGIN_API
-#endif
+#define PLUGIN_API KALVORA_SDK_EXPORT
 #endif
 
-/* What the host exports. Empty for plug-ins; default visibility when the host
-   itself is built (XPLM / XPWIDGETS defined). */
-#if defined(XPLM) && defined(__GNUC__) && __GNUC__ >= 4
-#define XPLM_API __attribute__((visibility("default")))
+/* What the host exports: exported while the host itself is built (XPLM /
+   XPWIDGETS defined), imported from XPLM_64.dll / XPWidgets_64.dll by a Windows
+   plug-in, and left to the loader elsewhere. */
+#if defined(XPLM)
+#define XPLM_API KALVORA_SDK_EXPORT
 #else
-#define XPLM_API
+#define XPLM_API KALVORA_SDK_IMPORT
 #endif
-#if defined(XPWIDGETS) && defined(__GNUC__) && __GNUC__ >= 4
-#define WIDGET_API __attribute__((visibility("default")))
+#if defined(XPWIDGETS)
+#define WIDGET_API KALVORA_SDK_EXPORT
 #else
-#define WIDGET_API
+#define WIDGET_API KALVORA_SDK_IMPORT
 #endif
 
 /* A plug-in's ID: -1 none, 0 X-Plane itself, then one per loaded plug-in. */

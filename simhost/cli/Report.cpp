@@ -350,7 +350,8 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
            "phase\n";
     char row[256];
     for (const TraceRow& r : summary.trace) {
-        std::snprintf(row, sizeof row, "%.4f,%.4f,%.4f,%.4f,%.4f,%.4f,%.4f,%.4f,%.4f,", r.simTime,
+        // Positions to 0.1 micrometre, so that runs can be compared far below a millimetre.
+        std::snprintf(row, sizeof row, "%.4f,%.7f,%.7f,%.7f,%.7f,%.7f,%.7f,%.7f,%.7f,", r.simTime,
                       r.aircraftX, r.aircraftZ, r.aircraftHeading, r.noseGearX, r.noseGearZ, r.truckX,
                       r.truckZ, r.truckHeading);
         csv << row << CsvField(r.phase) << "\n";

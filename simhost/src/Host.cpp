@@ -2,6 +2,7 @@
 // and the user's / the sim's / another plug-in's view of its state.
 #include "HostInternal.h"
 #include "AircraftProfile.h"
+#include "TempFolder.h"
 #include "graphics/GraphicsHooks.h"
 
 #include "XPLMCamera.h"
@@ -38,14 +39,7 @@ double monotonicSeconds() {
 std::string makeSandbox(const HostOptions& opt, bool& temp) {
     std::string dir = opt.sandboxDir;
     temp = dir.empty();
-    if (temp) {
-        const char* tmp = std::getenv("TMPDIR");
-        std::string pattern = std::string(tmp && *tmp ? tmp : "/tmp") + "/simhost-XXXXXX";
-        std::vector<char> buf(pattern.begin(), pattern.end());
-        buf.push_back('\0');
-        if (!mkdtemp(buf.data())) throw std::runtime_error("simhost: cannot create a sandbox in " + pattern);
-        dir = buf.data();
-    }
+    if (temp) dir = makeTempFolder("simhost-");
     dir = fs::absolute(dir).string();
     if (dir.back() != '/') dir += '/';
     return dir;

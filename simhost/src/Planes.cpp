@@ -3,6 +3,7 @@
 // plug-in that acquires them (XPLMAcquirePlanes) owns them and places them
 // through the multiplayer datarefs as it would in X-Plane.
 #include "HostInternal.h"
+#include "SharedLibrary.h"
 #include "AircraftProfile.h"
 #include "WorldMath.h"
 
@@ -74,7 +75,7 @@ void XPLMGetNthAircraftModel(int inIndex, char* outFileName, char* outPath) {
     }
     const std::string& type = c->aircraft.type;
     copyBounded(outFileName, type + ".acf", kFileNameBytes);
-    copyBounded(outPath, c->sandbox + "Aircraft/" + type + "/" + type + ".acf", kPathBytes);
+    copyBounded(outPath, nativePath(c->sandbox + "Aircraft/" + type + "/" + type + ".acf"), kPathBytes);
 }
 
 void XPLMCountAircraft(int* outTotalAircraft, int* outActiveAircraft, XPLMPluginID* outController) {

@@ -2,12 +2,12 @@
 // Resources/plugins in X-Plane's layouts, dlopen, X-Plane's start-up order,
 // XPluginStart/Enable/Disable/Stop, messages between plug-ins.
 #include "HostInternal.h"
+#include "SharedLibrary.h"
 
 #include "XPLMPlugin.h"
 
 #include <algorithm>
 #include <cstring>
-#include <dlfcn.h>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -182,23 +182,19 @@ fs::path installFiles(HostCore& c, const fs::path& src, const fs::path& dataDir,
 
 /// Loads an installed .xpl and finds its entry points (not started yet); nullptr with *why.
 PluginRec* openPlugin(HostCore& c, const fs::path& xpl, std::string& why) {
-    void* dl = dlopen(xpl.string().c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!dl) {
-        const char* e = dlerror();
-        why = e ? e : "dlopen failed";
-        return nullptr;
-    }
+    void* dl = openLibrary(xpl.string(), &why);
+    if (!dl) return nullptr;
     PluginRec& p = newRecord(c);
     p.dl = dl;
-    p.path = xpl.string();
-    p.xStart = reinterpret_cast<int (*)(char*, char*, char*)>(dlsym(dl, "XPluginStart"));
-    p.xStop = reinterpret_cast<void (*)()>(dlsym(dl, "XPluginStop"));
-    p.xEnable = reinterpret_cast<int (*)()>(dlsym(dl, "XPluginEnable"));
-    p.xDisable = reinterpret_cast<void (*)()>(dlsym(dl, "XPluginDisable"));
-    p.xReceive = reinterpret_cast<void (*)(int, int, void*)>(dlsym(dl, "XPluginReceiveMessage"));
+    p.path = nativePath(xpl.string());
+    p.xStart = reinterpret_cast<int (*)(char*, char*, char*)>(librarySymbol(dl, "XPluginStart"));
+    p.xStop = reinterpret_cast<void (*)()>(librarySymbol(dl, "XPluginStop"));
+    p.xEnable = reinterpret_cast<int (*)()>(librarySymbol(dl, "XPluginEnable"));
+    p.xDisable = reinterpret_cast<void (*)()>(librarySymbol(dl, "XPluginDisable"));
+    p.xReceive = reinterpret_cast<void (*)(int, int, void*)>(librarySymbol(dl, "XPluginReceiveMessage"));
     if (!p.xStart || !p.xStop || !p.xEnable || !p.xDisable || !p.xReceive) {
         p.alive = false;
-        dlclose(dl);
+        closeLibrary(dl);
         p.dl = nullptr;
         why = "missing one of the five entry points XPluginStart/Stop/Enable/Disable/ReceiveMessage";
         return nullptr;
@@ -211,7 +207,7 @@ bool startOpened(HostCore& c, PluginRec& p, std::string& why) {
     if (start(c, p)) return true;
     dropRegistrations(c, p.id);
     p.alive = false;
-    dlclose(p.dl);
+    closeLibrary(p.dl);
     p.dl = nullptr;
     why = "XPluginStart returned 0";
     return false;
@@ -276,7 +272,7 @@ std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors) {
     for (const fs::path& e : entries) {
         const fs::path xpl = pluginFileIn(e);
         const bool loaded = std::any_of(c.plugins.begin(), c.plugins.end(),
-                                        [&](const auto& p) { return p->alive && p->path == xpl.string(); });
+                                        [&](const auto& p) { return p->alive && p->path == nativePath(xpl.string()); });
         if (xpl.empty() || loaded) continue;
         std::string why;
         PluginRec* p = openPlugin(c, xpl, why);
@@ -361,7 +357,7 @@ void unloadPluginNow(HostCore& c, int id) {
     p->alive = false;
     p->enabled = false;
     if (p->dl) {
-        dlclose(p->dl);
+        closeLibrary(p->dl);
         p->dl = nullptr;
     }
     p->inProcess = InProcessPlugin{};
@@ -459,7 +455,7 @@ void XPLMGetPluginInfo(XPLMPluginID inPlugin, char* outName, char* outFilePath, 
     if (inPlugin == XPLM_PLUGIN_XPLANE) {
         HostCore* c = core();
         copyOut(outName, "X-Plane");
-        copyOut(outFilePath, c ? c->sandbox : "");
+        copyOut(outFilePath, c ? nativePath(c->sandbox) : "");
         copyOut(outSignature, "xplane");
         copyOut(outDescription, "simhost");
         return;

@@ -28,7 +28,7 @@ constexpr size_t kMaxInstanceDatarefs = 256; ///< names accepted in one instance
 
 /// Absolute path of an OBJ named relative to the X-Plane folder (or absolute).
 std::string resolve(const HostCore& c, const std::string& path) {
-    if (!path.empty() && path[0] == '/') return path;
+    if (!path.empty() && (path[0] == '/' || fs::path(path).is_absolute())) return path; // also "C:\\..."
     std::string p = path;
     if (p.rfind("./", 0) == 0) p.erase(0, 2);
     return c.sandbox + p;

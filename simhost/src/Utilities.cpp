@@ -1,15 +1,17 @@
 // XPLMUtilities.h: paths of the sandbox, Log.txt, speech, versions, key names,
 // symbol lookup and error reporting.
 #include "HostInternal.h"
+#include "SharedLibrary.h"
 
 #include "XPLMUtilities.h"
 
 #include <cstring>
-#include <dlfcn.h>
+#ifndef _WIN32
 #include <spawn.h>
 #include <sys/wait.h>
 
 extern char** environ;
+#endif
 
 namespace simhost::detail {
 
@@ -94,6 +96,10 @@ void copyPath(char* out, const std::string& s) {
 
 /// Speaks a text into a WAV file with espeak-ng (no shell involved). False when it cannot.
 bool speakToWav(const std::string& text, const std::string& wavPath) {
+#ifdef _WIN32
+    (void)text, (void)wavPath; // no espeak-ng on Windows
+    return false;
+#else
     std::string t = text;
     std::vector<char*> argv = {const_cast<char*>("espeak-ng"),
                                const_cast<char*>("-w"),
@@ -106,6 +112,7 @@ bool speakToWav(const std::string& text, const std::string& wavPath) {
     int status = 0;
     if (waitpid(pid, &status, 0) < 0) return false;
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+#endif
 }
 
 struct KeyName {
@@ -167,21 +174,21 @@ extern "C" {
 
 void XPLMGetSystemPath(char* outSystemPath) {
     HostCore* c = core();
-    copyPath(outSystemPath, c ? c->sandbox : "");
+    copyPath(outSystemPath, c ? nativePath(c->sandbox) : "");
 }
 
 void XPLMGetPrefsPath(char* outPrefsPath) {
     HostCore* c = core();
-    copyPath(outPrefsPath, c ? c->sandbox + "Output/preferences/Set X-Plane.prf" : "");
+    copyPath(outPrefsPath, c ? nativePath(c->sandbox + "Output/preferences/Set X-Plane.prf") : "");
 }
 
 const char* XPLMGetDirectorySeparator(void) {
-    return "/";
+    return nativeSeparator();
 }
 
 char* XPLMExtractFileAndPath(char* inFullPath) {
     if (!inFullPath) return nullptr;
-    char* slash = std::strrchr(inFullPath, '/');
+    char* slash = std::strrchr(inFullPath, nativeSeparator()[0]);
     if (!slash) return inFullPath;
     *slash = '\0';
     return slash + 1;
@@ -259,13 +266,7 @@ void* XPLMFindSymbol(const char* inString) {
             if (std::strcmp(inString, gone) == 0) return nullptr;
     }
     // Only the X-Plane API this library defines: look in the library itself, never in plug-ins.
-    Dl_info info{};
-    if (!dladdr(reinterpret_cast<void*>(&XPLMFindSymbol), &info) || !info.dli_fname) return nullptr;
-    void* self = dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD);
-    if (!self) return nullptr;
-    void* sym = (std::strncmp(inString, "XP", 2) == 0) ? dlsym(self, inString) : nullptr;
-    dlclose(self);
-    return sym;
+    return std::strncmp(inString, "XP", 2) == 0 ? ownSymbol(inString) : nullptr;
 }
 
 void XPLMSetErrorCallback(XPLMError_f inCallback) {

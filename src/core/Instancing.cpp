@@ -3,6 +3,9 @@
 #include "XPLMUtilities.h"
 #include "core/SimulatorDataRefs.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 InstancingApi gApi;
@@ -19,10 +22,13 @@ template <typename F> bool Find(F& fn, const char* name) {
 const InstancingApi* HostInstancing() {
     if (XPVersion < kFirstVersionWithoutDrawPhases) return nullptr;
     if (!gLookedUp) {
-        gAll = Find(gApi.loadObject, "XPLMLoadObject") & Find(gApi.unloadObject, "XPLMUnloadObject") &
-               Find(gApi.createInstance, "XPLMCreateInstance") &
-               Find(gApi.destroyInstance, "XPLMDestroyInstance") &
-               Find(gApi.setPosition, "XPLMInstanceSetPosition");
+        // Every one looked up, none skipped after a missing one.
+        const bool found[] = {Find(gApi.loadObject, "XPLMLoadObject"),
+                              Find(gApi.unloadObject, "XPLMUnloadObject"),
+                              Find(gApi.createInstance, "XPLMCreateInstance"),
+                              Find(gApi.destroyInstance, "XPLMDestroyInstance"),
+                              Find(gApi.setPosition, "XPLMInstanceSetPosition")};
+        gAll = std::all_of(std::begin(found), std::end(found), [](bool f) { return f; });
         gLookedUp = true;
     }
     return gAll ? &gApi : nullptr;

@@ -111,6 +111,13 @@ template <class Body> void Firewall(const char* where, Body body) {
     }
 }
 
+/// Paths in the platform's own form: POSIX paths on macOS instead of colon-separated HFS ones
+/// (Linux and Windows paths are the same in both modes). Asked for before any path is built.
+void AskForNativePaths() {
+    constexpr const char* kNativePaths = "XPLM_USE_NATIVE_PATHS";
+    if (XPLMHasFeature(kNativePaths)) XPLMEnableFeature(kNativePaths, 1);
+}
+
 void OpenLog() {
     logFilePath = PathOfKind(kPluginFolderKind) + "Kalvora.log";
     if (gLogFile.is_open()) gLogFile.close(); // a host that keeps the library between loads
@@ -144,6 +151,7 @@ void Start(char* outName, char* outSig, char* outDesc) {
     XPLMHostApplicationID hostId = 0;
     XPLMGetVersions(&XPVersion, &xplmVersion, &hostId);
 
+    AskForNativePaths();
     OpenLog();
     SetTruckModelLogSink(KLVLogWrite); // the truck loader reports into this log
     KLVLogWrite("--- Starting Kalvora ---\n");
@@ -152,6 +160,10 @@ void Start(char* outName, char* outSig, char* outDesc) {
     LoadPreferencesContainer();
 
     truckFilesPath = PathOfKind(kPluginFolderKind);
+    if (!HV_FileUtils::FolderExisting(OpenablePath(truckFilesPath).c_str()))
+        DebugLine(
+            "its data folder " + truckFilesPath +
+            " is missing: no log file, no trucks, no GPU, no pictures; install the whole Kalvora folder");
     KLVLogWrite("-Available trucks:\n");
     truckNumber = ListObjects(truckFilesPath, &TruckList);
 

@@ -3,6 +3,7 @@
 
 #include <functional>
 
-/// Calls `write` with a new temporary path beside `path` (mode 0644), then renames it over `path`;
+/// Calls `write` with a new temporary path beside `path` (the permissions of the file it replaces,
+/// 0644 for a new one), then renames it over `path`;
 /// false, with the temporary removed and `path` untouched, when either step fails.
 bool ReplaceFile(const char* path, const std::function<bool(const char* tempPath)>& write);

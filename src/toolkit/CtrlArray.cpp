@@ -26,8 +26,9 @@ const float kSelectedBack[3] = {0.25f, 0.35f, 0.7f};
 void DrawCellText(const std::string& text, int x, int y, int width, const float* color) {
     const int fits = std::max(0, (width - kTextInsetX) / kHV_CharWidth);
     const std::string shown = text.substr(0, static_cast<size_t>(fits));
-    XPLMDrawString(const_cast<float*>(color), x + kTextInsetX, y + kTextInsetY, shown.c_str(), nullptr,
-                   xplmFont_Basic);
+    // (mutable text for SDK headers before 4.2; the host only reads it)
+    XPLMDrawString(const_cast<float*>(color), x + kTextInsetX, y + kTextInsetY,
+                   const_cast<char*>(shown.c_str()), nullptr, xplmFont_Basic);
 }
 
 } // namespace

@@ -33,10 +33,11 @@ XPLMDataRef UsePropFonts() {
     return HV_OGLUtils_UsePropFonts;
 }
 
-/// Draws one string; the colour is copied because the host takes a mutable pointer.
+/// Draws one string; the colour is copied because the host takes a mutable pointer (and SDK
+/// headers before 4.2 declare the text mutable too, though the host only reads it).
 void DrawString(const float* color, int x, int y, const char* text, int fontID) {
     float rgb[3] = {color[0], color[1], color[2]};
-    XPLMDrawString(rgb, x, y, text, nullptr, static_cast<XPLMFontID>(fontID));
+    XPLMDrawString(rgb, x, y, const_cast<char*>(text), nullptr, static_cast<XPLMFontID>(fontID));
 }
 
 } // namespace

@@ -75,7 +75,8 @@ void DrawMenu() {
             HV_OGLUtils::DrawFillRect(gMenu.left + 1, lineTop - 1, gMenu.right - 1, lineBottom, kPickedBack,
                                       1.0f);
         XPLMDrawString(const_cast<float*>(picked ? kPickedText : kListText), gMenu.left + kTextPadding / 2,
-                       lineBottom + kTextBaseline, gMenu.lines[i].c_str(), nullptr, xplmFont_Basic);
+                       lineBottom + kTextBaseline, const_cast<char*>(gMenu.lines[i].c_str()), nullptr,
+                       xplmFont_Basic); // mutable text for SDK headers before 4.2; only read
     }
 }
 

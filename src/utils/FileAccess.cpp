@@ -1,6 +1,7 @@
 // File helpers that need no host: colon paths, existence, appending, file-type tables.
 #include "utils/FileUtils.h"
 
+#include <cctype>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -20,6 +21,14 @@ const char* const kVolumesPrefix = "/Volumes/";
 constexpr char kTextFileKind = 1;
 
 char gConvertedPath[kPathBufferBytes];
+
+/// A drive path ("C:\..." or "C:/...") or a network path ("\\server\..."): what Windows hosts
+/// report, never a colon-separated volume path.
+bool IsWindowsPath(const char* path) {
+    const bool drive = std::isalpha(static_cast<unsigned char>(path[0])) && path[1] == ':' &&
+                       (path[2] == '\\' || path[2] == '/');
+    return drive || (path[0] == '\\' && path[1] == '\\');
+}
 } // namespace
 
 const char* TranslateXCodePath(const char* path) {
@@ -33,6 +42,10 @@ const char* TranslateXCodePath(const char* path) {
         path = inside.c_str();
     }
     // snprintf cuts an over-long path.
+    if (IsWindowsPath(path)) {
+        snprintf(gConvertedPath, sizeof gConvertedPath, "%s", path);
+        return gConvertedPath;
+    }
     snprintf(gConvertedPath, sizeof gConvertedPath, "%s%s", path[0] == '/' ? "" : kVolumesPrefix, path);
     for (char* c = gConvertedPath; *c; ++c) {
         if (*c == ':') *c = '/';

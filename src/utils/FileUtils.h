@@ -25,10 +25,13 @@ extern const char* const kHV_FILETYPES_WIN_ALL; ///< "All Files"
 ///  from the end (the simulator root), 3 preferences folder, 4 root + "Resources/Earth nav data/",
 ///  5 root + "Custom Scenery/", 6 user aircraft's folder, 7 plug-in path minus its last four
 ///  characters + separator, 8 root + "HVFlight Plans/", 9 root + "HV FMS Flight Plans/".
+///  A plug-in file in a platform folder (fat layout) counts as its plug-in folder's path plus
+///  ".xpl" for kinds 2, 4, 5 and 7 to 9 (utils/PathKinds.h).
 char* GetPath(char kind);
 
 /// Colon-separated volume path to a slash path ("Disk:a:b" -> "/Volumes/Disk/a/b"), in a static
-/// buffer; called with that very buffer it returns it unchanged. Null gives "".
+/// buffer; called with that very buffer it returns it unchanged. Null gives "". A Windows path
+/// ("C:\a", "C:/a", "\\server\a") is already one the system opens and is copied unchanged.
 const char* TranslateXCodePath(const char* path);
 
 /// True when the file opens for reading.
@@ -52,6 +55,8 @@ bool Parsing_match(const char* text, const char* pattern);
 /// Appends to names the entries of folder whose names glob_match pattern, sorted by name.
 /// folder may end with a separator or not; "." and ".." are never listed.
 void globFiles(const char* folder, const char* pattern, std::vector<std::string>* names);
+/// True when path names a folder that can be listed.
+bool FolderExisting(const char* path);
 /// Same listing as globFiles.
 void ParsingFolder(const char* folder, const char* pattern, std::vector<std::string>* names);
 

@@ -28,6 +28,13 @@ void globFiles(const char* folder, const char* pattern, std::vector<std::string>
     names->insert(names->end(), found.begin(), found.end());
 }
 
+bool FolderExisting(const char* path) {
+    if (!path || !*path) return false;
+    DIR* dir = opendir(path);
+    if (dir) closedir(dir);
+    return dir != nullptr;
+}
+
 void ParsingFolder(const char* folder, const char* pattern, std::vector<std::string>* names) {
     globFiles(folder, pattern, names);
 }

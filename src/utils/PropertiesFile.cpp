@@ -1,5 +1,6 @@
 // HV_Properties: loading and saving "key=value" files.
 #include "utils/HV_Properties.h"
+#include "utils/FileReplace.h"
 
 #include <algorithm>
 #include <cctype>
@@ -8,8 +9,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -18,14 +17,11 @@ const char* const kLoadFailureTail = "Will create a new one from defaults'\n";
 const char* const kSaveFailure = "Error: can't open HV_Properties file for writing'";
 const char* const kLongLine = "Warning: HV_Properties line too long, kept as it is, in '";
 
-/// A temporary of a save is the file's name, this, and six characters mkstemp picks from [A-Za-z0-9].
+/// A temporary of a save is the file's name, this, and the characters mkstemp picks from [A-Za-z0-9].
 const char* const kTemporaryInfix = ".saving-";
-constexpr std::size_t kTemporaryRandomChars = 6;
+constexpr std::size_t kTemporaryRandomChars = HV_FileUtils::kTemporaryRandomChars;
 
 using KeptLines = std::vector<std::pair<std::string, std::string>>;
-
-/// Mode of a newly created properties file when there is no old one to copy it from.
-constexpr mode_t kNewFileMode = 0644;
 
 void ReportSaveFailure(std::ostream* errors, const std::string& fileName) {
     if (errors) *errors << kSaveFailure << fileName << "'\n";
@@ -127,27 +123,18 @@ void HV_Properties::save(std::ostream* errors) {
     }
     // Write beside the target and rename over it, so that the file on disk is always
     // either the old or the new complete content.
-    std::string temporary = fileName + kTemporaryInfix + std::string(kTemporaryRandomChars, 'X');
-    const int fd = mkstemp(&temporary[0]);
-    if (fd < 0) {
-        ReportSaveFailure(errors, fileName);
-        return;
-    }
-    struct stat old {};
-    fchmod(fd, stat(fileName.c_str(), &old) == 0 ? (old.st_mode & 07777) : kNewFileMode);
-    FILE* out = fdopen(fd, "wb");
+    const std::string temporary = HV_FileUtils::MakeTemporaryBeside(fileName, kTemporaryInfix);
+    FILE* out = temporary.empty() ? nullptr : fopen(temporary.c_str(), "wb");
     if (!out) {
-        close(fd);
-        unlink(temporary.c_str());
+        if (!temporary.empty()) remove(temporary.c_str());
         ReportSaveFailure(errors, fileName);
         return;
     }
     bool written = WritePairs(out, entries, keptLines);
-    written = (fflush(out) == 0) && written;
-    written = (fsync(fileno(out)) == 0) && written;
+    written = HV_FileUtils::FlushToDisk(out) && written;
     written = (fclose(out) == 0) && written;
-    if (!written || rename(temporary.c_str(), fileName.c_str()) != 0) {
-        unlink(temporary.c_str());
+    if (!written || !HV_FileUtils::RenameOver(temporary, fileName)) {
+        remove(temporary.c_str());
         ReportSaveFailure(errors, fileName);
     }
 }

@@ -36,9 +36,12 @@ protected:
     void Load() {
         if (!host) host = std::make_unique<simhost::Host>(options);
         std::string error;
-        id = host->loadPlugin(PluginFile().string(), &error);
+        id = host->loadPlugin(PluginFile().string(), "", layout, &error);
         ASSERT_GE(id, 0) << error;
     }
+
+    /// How Load installs the plug-in in Resources/plugins.
+    simhost::PluginLayout layout = simhost::PluginLayout::Flat;
 
     /// Disable, Stop and unload, as X-Plane does when it quits.
     /// The installed file goes too, so that the next Load installs and starts it afresh under

@@ -2,6 +2,8 @@
 // host's log, what it registers and what it leaves behind.
 #include "LoadedPlugin.h"
 
+#include "XPLMPlugin.h"
+
 #include <algorithm>
 
 namespace kalvora_test {
@@ -154,6 +156,47 @@ TEST_F(StartStopTest, AMissingDataRefGivesTheKalvoraDialogAndTheLogLineAndTheRes
     // Menus and published datarefs are there all the same.
     EXPECT_EQ(host->menuCheck(std::string(kMenu) + "/GPU"), 1);
     EXPECT_TRUE(host->exists(kStatus));
+}
+
+TEST_F(StartStopTest, WithoutItsDataFolderThePluginLoadsAndTheHostLogSaysSo) {
+    fs::remove_all(DataFolder());
+    WritePreferences("TRUCK_SPEED=25\n");
+    Load();
+    EXPECT_TRUE(host->pluginEnabled(id));
+    const std::string hostLog = host->logText();
+    EXPECT_NE(hostLog.find("Kalvora: its data folder " + PluginFolder().string() + "/ is missing"),
+              std::string::npos)
+        << hostLog;
+    EXPECT_NE(hostLog.find("Kalvora: cannot write its log"), std::string::npos) << hostLog;
+    Unload();
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000"); // the user's preferences are kept all the same
+}
+
+TEST_F(StartStopTest, InTheFatLayoutItFindsItsDataAndKeepsItsLogAndPreferencesWhereTheFlatOneDoes) {
+    AddTruck("TugA");
+    std::ofstream(DataFolder() / "GroundServices" / "GPU.obj") << kEmptyObj8;
+    WritePreferences("TRUCK_SPEED=25\n");
+    layout = simhost::PluginLayout::Fat; // Resources/plugins/Kalvora/lin_x64/Kalvora.xpl
+    Load();
+    char path[512] = {};
+    XPLMGetPluginInfo(id, nullptr, path, nullptr, nullptr);
+    EXPECT_EQ(fs::path(path), PluginFolder() / "lin_x64" / "Kalvora.xpl");
+
+    const std::vector<std::string> log = Lines(PluginLog()); // Kalvora/Kalvora.log, beside lin_x64/
+    const int trucks = Find(log, "-Available trucks:");
+    const int services = Find(log, "-Available Ground services:", trucks);
+    ASSERT_GE(trucks, 0);
+    ASSERT_EQ(services, trucks + 2);
+    EXPECT_EQ(log[trucks + 1], "TugA.obj");
+    EXPECT_EQ(log[services + 1], "GPU.obj");
+    EXPECT_EQ(host->logText().find("is missing"), std::string::npos);
+    Unload();
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
+    // Nothing of the plug-in's own lands in the platform folder.
+    std::vector<std::string> platformFolder;
+    for (const auto& entry : fs::directory_iterator(PluginFolder() / "lin_x64"))
+        platformFolder.push_back(entry.path().filename().string());
+    EXPECT_EQ(platformFolder, std::vector<std::string>{"Kalvora.xpl"});
 }
 
 TEST_F(StartStopTest, BeforeVersion7ThePreferencesLiveInThePluginFolder) {

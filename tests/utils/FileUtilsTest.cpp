@@ -1,4 +1,5 @@
 #include "utils/FileUtils.h"
+#include "utils/PathKinds.h"
 
 #include "TempFolder.h"
 
@@ -79,6 +80,79 @@ TEST(TranslateXCodePath, VolumePathsBecomeSlashPaths) {
     EXPECT_STREQ(TranslateXCodePath("/home/user/X-Plane/"), "/home/user/X-Plane/");
     EXPECT_STREQ(TranslateXCodePath(""), "/Volumes/");
     EXPECT_STREQ(TranslateXCodePath(nullptr), "/Volumes/");
+    // What a Windows host reports opens as it is.
+    EXPECT_STREQ(TranslateXCodePath("C:\\X-Plane 12\\Log.txt"), "C:\\X-Plane 12\\Log.txt");
+    EXPECT_STREQ(TranslateXCodePath("d:/X-Plane/Log.txt"), "d:/X-Plane/Log.txt");
+    EXPECT_STREQ(TranslateXCodePath("\\\\nas\\sim\\a.prf"), "\\\\nas\\sim\\a.prf");
+    EXPECT_STREQ(TranslateXCodePath("C:x"), "/Volumes/C/x"); // a one-letter volume stays a volume
+}
+
+TEST(PathKinds, EveryLayoutAndSeparator) {
+    struct Layout {
+        const char* pluginFile;
+        char separator;
+        const char* pluginFolder; // kind 7
+        const char* root;         // kind 2
+    };
+    const Layout layouts[] = {
+        {"/xp/Resources/plugins/Kalvora.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
+        {"/xp/Resources/plugins/Kalvora/lin_x64/Kalvora.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
+        {"/xp/Resources/plugins/Kalvora/mac_x64/Kalvora.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
+        {"/xp/Resources/plugins/Kalvora/64/lin.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
+        {"C:\\XP\\Resources\\plugins\\Kalvora\\win_x64\\Kalvora.xpl", '\\',
+         "C:\\XP\\Resources\\plugins\\Kalvora\\", "C:\\XP\\"},
+        {"C:\\XP\\Resources\\plugins\\Kalvora.xpl", '\\', "C:\\XP\\Resources\\plugins\\Kalvora\\",
+         "C:\\XP\\"},
+        // Windows accepts "/" too, also mixed with "\\"; what is appended is the host's separator.
+        {"C:/XP/Resources/plugins/Kalvora/win_x64/Kalvora.xpl", '\\', "C:/XP/Resources/plugins/Kalvora\\",
+         "C:/XP/"},
+        // A renamed plug-in folder names the data folder; a folder merely called like a platform
+        // (no folder above it) or an unknown one is the flat layout.
+        {"/xp/Resources/plugins/Tug/lin_x64/Kalvora.xpl", '/', "/xp/Resources/plugins/Tug/", "/xp/"},
+        {"lin_x64/Kalvora.xpl", '/', "lin_x64/Kalvora/", "lin_x64/"},
+        {"/xp/Resources/plugins/Kalvora/x86/Kalvora.xpl", '/', "/xp/Resources/plugins/Kalvora/x86/Kalvora/",
+         "/xp/Resources/plugins/"},
+        {"", '/', "/", ""},
+    };
+    for (const Layout& l : layouts) {
+        HostPaths host;
+        host.pluginFile = l.pluginFile;
+        host.separator = l.separator;
+        std::string folder;
+        ASSERT_TRUE(PathOfKind(7, host, &folder));
+        EXPECT_EQ(folder, l.pluginFolder) << l.pluginFile;
+        ASSERT_TRUE(PathOfKind(2, host, &folder));
+        EXPECT_EQ(folder, l.root) << l.pluginFile;
+        const std::string sep(1, l.separator);
+        ASSERT_TRUE(PathOfKind(5, host, &folder));
+        EXPECT_EQ(folder, l.root + std::string("Custom Scenery") + sep) << l.pluginFile;
+    }
+}
+
+TEST(PathKinds, HostFoldersAreCutAtTheirLastSeparator) {
+    HostPaths host;
+    host.separator = '\\';
+    host.system = "C:\\XP\\";
+    host.pluginFile = "C:\\XP\\Resources\\plugins\\Kalvora\\win_x64\\Kalvora.xpl";
+    host.prefsFile = "C:\\XP\\Output\\preferences\\Set X-Plane.prf";
+    host.aircraft = "C:/XP/Aircraft/A320/a320.acf";
+    std::string folder;
+    const std::pair<char, std::string> kinds[] = {
+        {0, "C:\\XP\\"},
+        {1, "C:\\XP\\Resources\\plugins\\Kalvora\\win_x64\\"},
+        {3, "C:\\XP\\Output\\preferences\\"},
+        {4, "C:\\XP\\Resources\\Earth nav data\\"},
+        {6, "C:/XP/Aircraft/A320/"},
+        {8, "C:\\XP\\HVFlight Plans\\"},
+        {9, "C:\\XP\\HV FMS Flight Plans\\"},
+    };
+    for (const auto& kind : kinds) {
+        ASSERT_TRUE(PathOfKind(kind.first, host, &folder));
+        EXPECT_EQ(folder, kind.second) << int(kind.first);
+    }
+    folder = "unchanged";
+    EXPECT_FALSE(PathOfKind(10, host, &folder));
+    EXPECT_EQ(folder, "unchanged");
 }
 
 TEST(TranslateXCodePath, OwnBufferComesBackUnchangedAndLongPathsAreCut) {

@@ -167,6 +167,20 @@ TEST(PropertiesSave, UnwritableTargetReportsAndKeepsTheOldFile) {
     props.save(&errors);
     EXPECT_EQ(errors.str(), "Error: can't open HV_Properties file for writing'" + props.fileName + "'\n");
 
+    // A target the rename cannot replace (a folder where the file should be, as a read-only
+    // preferences folder would refuse it): reported, the folder untouched, no temporary left.
+    const std::string folder = dir.file("taken.prf");
+    ASSERT_EQ(mkdir(folder.c_str(), 0755), 0);
+    dir.write("taken.prf/keep", "mine");
+    props.fileName = folder;
+    std::ostringstream renameErrors;
+    props.save(&renameErrors);
+    EXPECT_EQ(renameErrors.str(), "Error: can't open HV_Properties file for writing'" + folder + "'\n");
+    EXPECT_EQ(TempFolder::read(folder + "/keep"), "mine");
+    std::vector<std::string> left;
+    HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
+    EXPECT_TRUE(left.empty()); // files only: no temporary beside the folder
+
     HV_Properties unbound(nullptr, nullptr);
     std::ostringstream unboundErrors;
     unbound.save(&unboundErrors);

@@ -12,6 +12,7 @@
 #include "objects/ObjDraw8.h"
 
 #include <GL/gl.h>
+#include <GL/glext.h> // GL_BGR, GL_BGRA where gl.h stops at OpenGL 1.1 (Windows)
 
 #include <cmath>
 #include <map>

@@ -6,8 +6,12 @@
 #define EGL_EGLEXT_PROTOTYPES 1
 #include "graphics/GraphicsHooks.h"
 
+#ifdef SIMHOST_NO_RENDERING
+#include "graphics/NoEgl.h"
+#else
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
+#endif
 #include <GL/gl.h>
 #include <GL/glext.h>
 #include <png.h>
@@ -90,6 +94,9 @@ bool createContext() {
     if (R.context != EGL_NO_CONTEXT) return true;
     if (R.tried) return false;
     R.tried = true;
+#ifdef SIMHOST_NO_RENDERING
+    return fail("this simhost was built without EGL: it runs headless and renders nothing");
+#endif
     R.display = openDisplay();
     if (R.display == EGL_NO_DISPLAY) return fail("no EGL display (surfaceless or default)");
     EGLint major = 0, minor = 0;

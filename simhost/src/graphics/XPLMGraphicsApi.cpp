@@ -21,6 +21,21 @@
 #include <string>
 #include <vector>
 
+#ifdef _WIN32
+#include <windows.h>
+namespace {
+/// opengl32.dll stops at OpenGL 1.1: glActiveTexture comes from the driver of a current context,
+/// and does nothing without one (the headless Windows simhost never has one).
+void APIENTRY ActiveTexture(GLenum unit) {
+    using Function = void(APIENTRY*)(GLenum);
+    static const auto function =
+        reinterpret_cast<Function>(reinterpret_cast<void*>(wglGetProcAddress("glActiveTexture")));
+    if (function) function(unit);
+}
+} // namespace
+#define glActiveTexture ActiveTexture
+#endif
+
 namespace {
 
 using namespace simhost;
