@@ -24,13 +24,16 @@ figure() {
         "$out/$1.json"
 }
 
-# The demo without rendering, as fast as it goes: the best of five runs, start-up included.
+# The demo without rendering, as fast as it goes: the best of five runs, with and without start-up.
 sim="$build/simhost/cli/kalvora-sim"
-best=""
+best=0
+bestFrames=0
 for _ in 1 2 3 4 5; do
-    speed=$("$sim" --plugin "$build/plugin/Kalvora.xpl" --scenario demo --quiet |
-        sed -n 's/^sim time \([0-9.]*\) s, real time \([0-9.]*\) s.*/\1 \2/p' | awk '{ printf "%d", $1 / $2 }')
-    if [ -z "$best" ] || [ "$speed" -gt "$best" ]; then best=$speed; fi
+    summary=$("$sim" --kalvora "$build/plugin/Kalvora.xpl" --scenario demo --quiet)
+    speed=$(sed -n 's/^sim time .* real time [0-9.]* s (\([0-9]*\)x).*/\1/p' <<<"$summary")
+    framesSpeed=$(sed -n 's/^start-up .* frames [0-9.]* s (\([0-9]*\)x).*/\1/p' <<<"$summary")
+    if [ "${speed:-0}" -gt "$best" ]; then best=$speed; fi
+    if [ "${framesSpeed:-0}" -gt "$bestFrames" ]; then bestFrames=$framesSpeed; fi
 done
 
 line() { printf '  %-40s %10s  %s\n' "$1" "$2" "$3"; }
@@ -43,13 +46,15 @@ line "plug-in's frame, GPU" "$(figure $f BM_GPUFrames plugin_us) us" \
     "the same over $(figure $f BM_GPUFrames frames) frames of the GPU warming up and charging"
 line "heap allocations per frame" "$(figure $f BM_DemoPush allocs_per_frame)" \
     "whole process during the push; the same host without the plug-in: $(figure $f BM_DemoPush bare_allocs_per_frame)"
-line "start + enable" "$(figure $f BM_StartEnable real_time) ms" \
-    "XPluginStart and XPluginEnable (models and textures, no GL), $(figure $f BM_StartEnable allocs) allocations"
+line "start + enable" "$(figure $f BM_StartEnable fastest_ms) ms" \
+    "XPluginStart and XPluginEnable (models and textures, no GL): fastest of 50 (mean $(figure $f BM_StartEnable real_time) ms), $(figure $f BM_StartEnable allocs) allocations"
 line "ObjDraw8 command walk, tug" "$(figure bench_scene BM_ObjDraw8Walk/truck walk_us) us" \
     "ObjDraw8 minus bare glDrawElements of its triangle runs ($(figure bench_scene BM_ObjDraw8Walk/truck bare_us) us), rasterisation off"
 line "ObjDraw8 command walk, largest model" "$(figure bench_scene BM_ObjDraw8Walk/largest walk_us) us" \
     "the same for the corpus's largest OBJ8 (bare draws $(figure bench_scene BM_ObjDraw8Walk/largest bare_us) us)"
-line "demo speed without rendering" "${best}x" \
-    "kalvora-sim --scenario demo: sim seconds per real second, start-up included, best of 5 runs"
+line "demo speed without rendering, frames" "${bestFrames}x" \
+    "kalvora-sim --scenario demo: sim seconds per real second of its frames (host, plug-in, recording)"
+line "demo speed without rendering, whole run" "${best}x" \
+    "the same with start-up (host made, plug-in copied in, started, enabled); both best of 5 runs"
 echo
 bash "$root/scripts/bench-instructions.sh" "$build"

@@ -5,7 +5,8 @@
 //   whole frame with the plug-in, the same number of frames of the same host without
 //   it, and the difference, which is the plug-in's frame with the API calls it makes;
 //   heap allocations per frame of the whole process, both ways;
-// - start + enable (XPluginStart and XPluginEnable, timed around the calls).
+// - start + enable (XPluginStart and XPluginEnable, timed around the calls): the mean, and the
+//   fastest pass, which other work on a shared machine disturbs least.
 #include "DemoPush.h"
 #include "support/CountingAllocator.h"
 
@@ -101,6 +102,7 @@ BENCHMARK(BM_GPUFrames)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterati
 /// XPluginStart and XPluginEnable of the real plug-in (its models and textures loaded), without GL.
 void BM_StartEnable(benchmark::State& state) {
     long allocations = 0;
+    double fastest = 0; // seconds: the pass least disturbed by other work on the machine
     for (auto _ : state) {
         DemoPush demo;
         double seconds = 0;
@@ -121,8 +123,10 @@ void BM_StartEnable(benchmark::State& state) {
             return;
         }
         state.SetIterationTime(seconds);
+        if (fastest == 0 || seconds < fastest) fastest = seconds;
     }
     state.counters["allocs"] = static_cast<double>(allocations) / static_cast<double>(state.iterations());
+    state.counters["fastest_ms"] = fastest * 1e3;
 }
 BENCHMARK(BM_StartEnable)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(50);
 

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 #include <unistd.h>
 
 namespace simhost::cli {
@@ -253,8 +254,8 @@ bool WriteCrewWav(const std::string& audioDir, const std::vector<double>& times,
     return WriteFile(path, out);
 }
 
-std::string CsvField(const std::string& text) {
-    if (text.find_first_of(",\"") == std::string::npos) return text;
+std::string CsvField(std::string_view text) {
+    if (text.find_first_of(",\"") == std::string_view::npos) return std::string(text);
     std::string out = "\"";
     for (char c : text)
         out += c == '"' ? std::string("\"\"") : std::string(1, c);

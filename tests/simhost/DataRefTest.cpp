@@ -147,6 +147,11 @@ TEST_F(DataRefs, TypesAndWritabilityFollowXPlane12) {
     EXPECT_FALSE(XPLMCanWriteDataRef(find("sim/graphics/view/view_type")));
     EXPECT_TRUE(XPLMIsDataRefGood(localX));
     EXPECT_FALSE(XPLMIsDataRefGood(nullptr));
+    int notADataRef = 0; // an address simhost never handed out: refused however often it is asked
+    for (int ask = 0; ask < 2; ++ask) {
+        EXPECT_FALSE(XPLMIsDataRefGood(&notADataRef));
+        EXPECT_EQ(XPLMGetDataRefTypes(&notADataRef), 0);
+    }
 }
 
 TEST_F(DataRefs, WrongTypeReadsZeroAndWritesNothing) {

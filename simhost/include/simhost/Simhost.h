@@ -243,6 +243,15 @@ public:
 
     // ---- datarefs, as the user, the sim or another plug-in ----
     double getf(const std::string& name, int index = 0);
+    /// A dataref found once by name, for a caller that reads it every frame: getf(DataRefId) looks
+    /// nothing up. Null (false) when the host has no such dataref now.
+    struct DataRefId {
+        void* handle = nullptr; ///< the XPLMDataRef
+        explicit operator bool() const { return handle != nullptr; }
+    };
+    DataRefId findDataRef(const std::string& name);
+    /// getf(name) without the look-up by name.
+    double getf(DataRefId ref, int index = 0);
     int geti(const std::string& name, int index = 0);
     /// index -1: the scalar value; otherwise one element of an array dataref.
     void set(const std::string& name, double value, int index = -1);
