@@ -2,7 +2,7 @@
 // programs: an A320 parked at 40 degrees on X-Plane 12.1 (no rendering),
 // "Automated tail left" picked at 2 s and the parking brake released 2 s after
 // the crew asks, as kalvora-sim's demo does. The push runs from that release
-// until the truck has left (PBstatus back to 0): 1,188 frames.
+// until the truck has left (PBstatus back to 0): 1,274 frames (push_instructions prints the count).
 #pragma once
 
 #include "XPLMDataAccess.h"
