@@ -1,5 +1,7 @@
 #include "Canvas.h"
 
+#include "utils/Utf8Path.h"
+
 #include <png.h>
 #include <stb/stb_easy_font.h>
 #include <zlib.h>
@@ -149,7 +151,7 @@ bool WritePngRows(png_structp png, png_infop info, std::FILE* f, int width, int 
 } // namespace
 
 bool Canvas::writePng(const std::string& path) const {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
+    std::FILE* f = HV_FileUtils::OpenFile(path.c_str(), "wb"); // the path is UTF-8
     if (!f) return false;
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
