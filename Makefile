@@ -53,10 +53,10 @@ fuzz: deps
 	@cmake --build $(FUZZ_BUILD) -j $(JOBS) --target fuzzers
 	@ctest --test-dir $(FUZZ_BUILD) --output-on-failure -L fuzz -j $(JOBS) --no-tests=ignore
 
+# Every benchmark program, then the figures: times, allocations, and callgrind's instruction counts.
 bench: configure
 	@cmake --build $(BUILD) -j $(JOBS)
-	@for b in $$(find $(BUILD)/bench -mindepth 2 -maxdepth 2 -type f -executable | sort); do \
-	    echo "== $$b"; "$$b" || exit 1; done
+	@bash scripts/run-bench.sh $(BUILD)
 
 # make install XPLANE="/path/to/X-Plane 12" puts the plug-in into X-Plane; every make install puts
 # kalvora-sim (with libsimhost, the aircraft profiles and Kalvora) into PREFIX.

@@ -93,7 +93,7 @@ endfunction()
 function(kalvora_add_bench name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE ${ARG_LIBS} benchmark::benchmark Threads::Threads)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} kalvora_bench_support benchmark::benchmark Threads::Threads)
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_compile_definitions(${name} PRIVATE
         KALVORA_CORPUS_DIR="${KALVORA_CORPUS_DIR}"

@@ -12,6 +12,7 @@ packages=(
     clang libclang-rt-14-dev
     espeak-ng
     binutils
+    valgrind
     # the other platforms: Windows (mingw-w64, run under Wine), macOS and old-glibc Linux (zig,
     # fetched from npm by scripts/toolchains.sh; llvm's lipo/strip/dsymutil), and Debian's
     # libpng/zlib source packages (dpkg-source)

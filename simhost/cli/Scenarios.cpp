@@ -107,12 +107,14 @@ std::string DialogText(WidgetHandle root) {
     return text;
 }
 
-bool SpokenOrShown(const Host& host, size_t from, const char* needle, size_t* found) {
+/// Looks for a crew text in the transcript entries from `from` on; `from` moves past the entries
+/// looked at, so that a caller asking every frame looks at each entry once.
+bool SpokenOrShown(const Host& host, size_t& from, const char* needle, size_t* found) {
     const auto& t = host.transcript();
-    for (size_t i = from; i < t.size(); ++i)
-        if ((t[i].kind == "speech" || t[i].kind == "message") &&
-            t[i].text.find(needle) != std::string::npos) {
-            *found = i;
+    for (; from < t.size(); ++from)
+        if ((t[from].kind == "speech" || t[from].kind == "message") &&
+            t[from].text.find(needle) != std::string::npos) {
+            *found = from;
             return true;
         }
     return false;
@@ -157,7 +159,16 @@ public:
             return sum_;
         }
         sum_.loaded = true;
+        sum_.startUpSeconds =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - wallStart).count();
         sum_.aircraftSizeZ = host.aircraft().sizeZ;
+        // Read every frame: found once (the truck's are the plug-in's, registered at its start).
+        aircraftX_ = host.findDataRef("sim/flightmodel/position/local_x");
+        aircraftZ_ = host.findDataRef("sim/flightmodel/position/local_z");
+        aircraftHeading_ = host.findDataRef("sim/flightmodel/position/psi");
+        truckX_ = host.findDataRef("halvern/kalvora/truck/position_ogl_x");
+        truckZ_ = host.findDataRef("halvern/kalvora/truck/position_ogl_z");
+        truckHeading_ = host.findDataRef("halvern/kalvora/truck/position_hdg");
         for (WidgetHandle w : topLevelWidgets())
             seenWidgets_.insert(w);
         if (s_.enginesRunning)
@@ -194,12 +205,12 @@ private:
         const double t = host.simTime();
         if (!picked_ && t >= s_.pickAtSeconds) {
             picked_ = true;
-            pickIndex_ = host.transcript().size();
+            askScan_ = clearScan_ = host.transcript().size();
             sum_.pilot.emplace_back(t, "picks " + s_.manoeuvre);
             if (!host.pickMenu(kMenuPrefix + s_.manoeuvre)) sum_.error = "no menu item " + s_.manoeuvre;
         }
         size_t at = 0;
-        if (picked_ && askedAt_ < 0 && SpokenOrShown(host, pickIndex_, kBrakeQuestion, &at))
+        if (picked_ && askedAt_ < 0 && SpokenOrShown(host, askScan_, kBrakeQuestion, &at))
             askedAt_ = host.transcript()[at].simTime;
         if (askedAt_ >= 0 && !released_ && t >= askedAt_ + s_.brakeReactionSeconds) {
             sum_.pilot.emplace_back(t, "releases the parking brake");
@@ -217,13 +228,13 @@ private:
     void Record(Host& host) {
         TraceRow r;
         r.simTime = host.simTime();
-        r.aircraftX = host.getf("sim/flightmodel/position/local_x");
-        r.aircraftZ = host.getf("sim/flightmodel/position/local_z");
-        r.aircraftHeading = host.getf("sim/flightmodel/position/psi");
+        r.aircraftX = host.getf(aircraftX_);
+        r.aircraftZ = host.getf(aircraftZ_);
+        r.aircraftHeading = host.getf(aircraftHeading_);
         GearInLocal(host.aircraft(), r.aircraftX, r.aircraftZ, r.aircraftHeading, &r.noseGearX, &r.noseGearZ);
-        r.truckX = host.getf("halvern/kalvora/truck/position_ogl_x");
-        r.truckZ = host.getf("halvern/kalvora/truck/position_ogl_z");
-        r.truckHeading = host.getf("halvern/kalvora/truck/position_hdg");
+        r.truckX = host.getf(truckX_);
+        r.truckZ = host.getf(truckZ_);
+        r.truckHeading = host.getf(truckHeading_);
 
         for (WidgetHandle w : topLevelWidgets())
             if (seenWidgets_.insert(w).second) {
@@ -231,7 +242,7 @@ private:
                 if (picked_ && refusedAt_ < 0 && widgetDescriptor(w) == "Warning...") refusedAt_ = r.simTime;
             }
         size_t at = 0;
-        if (picked_ && clearedAt_ < 0 && SpokenOrShown(host, pickIndex_, kClearedToTaxi, &at))
+        if (picked_ && clearedAt_ < 0 && SpokenOrShown(host, clearScan_, kClearedToTaxi, &at))
             clearedAt_ = r.simTime;
 
         bool moving = false, turning = false;
@@ -258,7 +269,7 @@ private:
         sum_.trace.push_back(r);
     }
 
-    std::string Phase(bool moving, bool turning) const {
+    std::string_view Phase(bool moving, bool turning) const {
         if (!picked_) return "parked";
         if (refusedAt_ >= 0) return "refused";
         if (stoppedAt_ >= 0) return "stopped";
@@ -303,8 +314,8 @@ private:
         const TraceRow& r = sum_.trace.back();
         const TraceRow& first = sum_.trace.front();
         char line[160];
-        std::snprintf(line, sizeof line, "\r[%7.2f s] %-18s pushed %6.1f m  heading %6.1f deg ", r.simTime,
-                      r.phase.c_str(),
+        std::snprintf(line, sizeof line, "\r[%7.2f s] %-18.*s pushed %6.1f m  heading %6.1f deg ", r.simTime,
+                      static_cast<int>(r.phase.size()), r.phase.data(),
                       std::hypot(r.aircraftX - first.aircraftX, r.aircraftZ - first.aircraftZ),
                       r.aircraftHeading);
         progress_ << line << std::flush;
@@ -336,11 +347,12 @@ private:
     std::ostream& progress_;
     ScenarioSummary sum_;
     bool picked_ = false, released_ = false;
-    size_t pickIndex_ = 0;
+    size_t askScan_ = 0, clearScan_ = 0; ///< transcript entries up to these were looked at
+    Host::DataRefId aircraftX_, aircraftZ_, aircraftHeading_, truckX_, truckZ_, truckHeading_;
     double askedAt_ = -1, movedAt_ = -1, stoppedAt_ = -1, refusedAt_ = -1, clearedAt_ = -1;
     double lastMotionAt_ = -1;
     bool lastMotionTurning_ = false;
-    std::string lastPhase_;
+    std::string_view lastPhase_;
     double phaseStart_ = 0;
     std::set<WidgetHandle> seenWidgets_;
     std::set<std::string> shotsTaken_;
@@ -399,9 +411,15 @@ std::string formatSummary(const Scenario& scenario, const ScenarioSummary& s) {
     std::snprintf(line, sizeof line, "heading %.1f -> %.1f deg (change %+.1f deg)\n", s.startHeadingDeg,
                   s.finalHeadingDeg, s.headingChangeDeg);
     out << line;
-    std::snprintf(line, sizeof line, "sim time %.1f s%s, real time %.2f s, %d frames, %s\n", s.simSeconds,
-                  s.timedOut ? " (the time limit)" : "", s.realSeconds, s.frames,
+    std::snprintf(line, sizeof line, "sim time %.1f s%s, real time %.3f s (%.0fx), %d frames, %s\n",
+                  s.simSeconds, s.timedOut ? " (the time limit)" : "", s.realSeconds,
+                  s.realSeconds > 0 ? s.simSeconds / s.realSeconds : 0.0, s.frames,
                   s.cleared ? "cleared to taxi" : "not cleared to taxi");
+    out << line;
+    // The frames alone: what the host and the plug-in cost per simulated second.
+    const double framesSeconds = s.realSeconds - s.startUpSeconds;
+    std::snprintf(line, sizeof line, "start-up %.3f s, frames %.3f s (%.0fx)\n", s.startUpSeconds,
+                  framesSeconds, framesSeconds > 0 ? s.simSeconds / framesSeconds : 0.0);
     out << line;
     for (const std::string& d : s.dialogs)
         out << "dialog: " << d << "\n";

@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -58,7 +59,9 @@ struct TraceRow {
     double noseGearX = 0, noseGearZ = 0;
     double truckX = 0, truckZ = 0;
     double truckHeading = 0;
-    std::string phase; ///< parked, truck arriving, waiting for brake, pushing, turning, truck leaving, ...
+    /// parked, truck arriving, waiting for brake, pushing, turning, truck leaving, ...: a text of the
+    /// program's own (static), so that a row costs no allocation
+    std::string_view phase;
 };
 
 /// What the run did.
@@ -75,7 +78,8 @@ struct ScenarioSummary {
     double finalHeadingDeg = 0;  ///< degrees
     double headingChangeDeg = 0; ///< signed, -180..180 (positive: heading went up, i.e. tail left)
     double simSeconds = 0;
-    double realSeconds = 0;
+    double realSeconds = 0;    ///< the whole run, start-up included, without writing the report
+    double startUpSeconds = 0; ///< of which making the host and loading, starting and enabling the plug-in
     int frames = 0;
     bool cleared = false;                              ///< the crew cleared the aircraft to taxi
     double aircraftSizeZ = 0;                          ///< acf_size_z, metres

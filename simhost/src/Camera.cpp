@@ -27,25 +27,32 @@ constexpr double kSpotEyeM = 4;               ///< eye height above the apron
 constexpr double kSpotAimAheadFraction = 0.4; ///< aimed this far towards the nose, in half lengths
 constexpr double kSpotAimUpM = 2;             ///< and this high above the apron
 
-double aircraftValue(const HostCore& c, const char* name) {
-    return c.datarefByName.at(name)->values[0];
+/// The aircraft's heading and place, from X-Plane's datarefs (found once, SimRefs).
+struct AircraftPose {
+    double x, y, z; ///< metres, local frame
+    double psiDeg;  ///< true heading
+};
+AircraftPose aircraftPose(const HostCore& c) {
+    const SimRefs& r = c.sim;
+    return {r.localX->values.at(0), r.localY->values.at(0), r.localZ->values.at(0), r.psi->values.at(0)};
 }
 
 void placeSpot(HostCore& c) {
-    const double psi = aircraftValue(c, "sim/flightmodel/position/psi");
+    const AircraftPose a = aircraftPose(c);
     const double distance = std::max(kSpotMinDistanceM, kSpotHalfLengths * c.aircraft.sizeZ);
-    const double bearing = (psi - kSpotAngleDeg) * kDegToRad; // psi 0 looks toward -z
-    c.camera.spot[0] = aircraftValue(c, "sim/flightmodel/position/local_x") + std::sin(bearing) * distance;
+    const double bearing = (a.psiDeg - kSpotAngleDeg) * kDegToRad; // psi 0 looks toward -z
+    c.camera.spot[0] = a.x + std::sin(bearing) * distance;
     c.camera.spot[1] = c.world.groundY + kSpotEyeM;
-    c.camera.spot[2] = aircraftValue(c, "sim/flightmodel/position/local_z") - std::cos(bearing) * distance;
+    c.camera.spot[2] = a.z - std::cos(bearing) * distance;
 }
 
 /// From the spot, looking at the aircraft's front part.
 void spotCamera(HostCore& c) {
-    const double psi = aircraftValue(c, "sim/flightmodel/position/psi") * kDegToRad;
+    const AircraftPose a = aircraftPose(c);
+    const double psi = a.psiDeg * kDegToRad;
     const double ahead = kSpotAimAheadFraction * c.aircraft.sizeZ;
-    const double tx = aircraftValue(c, "sim/flightmodel/position/local_x") + std::sin(psi) * ahead;
-    const double tz = aircraftValue(c, "sim/flightmodel/position/local_z") - std::cos(psi) * ahead;
+    const double tx = a.x + std::sin(psi) * ahead;
+    const double tz = a.z - std::cos(psi) * ahead;
     const double ty = c.world.groundY + kSpotAimUpM;
     const double dx = tx - c.camera.spot[0], dy = ty - c.camera.spot[1], dz = tz - c.camera.spot[2];
     for (int i = 0; i < 3; ++i)
@@ -61,10 +68,8 @@ void defaultCamera(HostCore& c) {
         spotCamera(c);
         return;
     }
-    const double psi = aircraftValue(c, "sim/flightmodel/position/psi");
-    const double x = aircraftValue(c, "sim/flightmodel/position/local_x"),
-                 y = aircraftValue(c, "sim/flightmodel/position/local_y"),
-                 z = aircraftValue(c, "sim/flightmodel/position/local_z");
+    const AircraftPose a = aircraftPose(c);
+    const double psi = a.psiDeg, x = a.x, y = a.y, z = a.z;
     // psi 0 looks toward -z; "behind" is the opposite way.
     c.camera.pos[0] = static_cast<float>(x - std::sin(psi * kDegToRad) * kChaseBackM);
     c.camera.pos[1] = static_cast<float>(y + kChaseUpM);

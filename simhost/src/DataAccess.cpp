@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <type_traits>
@@ -27,7 +28,18 @@ DataRefRec* findDataRefRec(const std::string& name) {
 
 DataRefRec* validDataRef(void* handle) {
     HostCore* c = core();
-    if (!c || !handle || !c->datarefHandles.count(handle)) return nullptr;
+    if (!c || !handle) return nullptr;
+    // Fibonacci hashing of the address (records are a few hundred bytes apart) to a slot.
+    constexpr uint64_t kGoldenRatio64 = 0x9E3779B97F4A7C15ull;
+    constexpr int kSlotBits = 6; // 64 slots
+    static_assert(sizeof c->recentDataRefHandles / sizeof(void*) == 1u << kSlotBits, "one slot per hash");
+    const uint64_t address = reinterpret_cast<uintptr_t>(handle);
+    const size_t slot = static_cast<size_t>((address * kGoldenRatio64) >> (64 - kSlotBits));
+    const void*& recent = c->recentDataRefHandles[slot];
+    if (recent != handle) {
+        if (!c->datarefHandles.count(handle)) return nullptr;
+        recent = handle;
+    }
     return static_cast<DataRefRec*>(handle);
 }
 

@@ -106,6 +106,7 @@ Host::Host(HostOptions options) : impl_(new Impl) {
     if (cwd)
         writeLog("simhost: cannot make " + c.sandbox + " the working directory: " + cwd.message() + "\n");
     installSimDataRefs(c);
+    worldBindRefs(c);
     defineSimCommands(c);
     createRootMenus(c);
     c.datarefsAnnounced = dataRefCount(c);
@@ -210,24 +211,29 @@ const std::vector<std::string>& Host::leftoversAtLastUnload() const {
 void Host::sendMessage(int to, int message, void* param, int from) {
     sendToPlugin(to, message, param, from);
 }
+void Host::setCallObserver(std::function<void(int pluginId, const char* what, bool entering)> observer) {
+    impl_->core.callObserver = std::move(observer);
+}
 
 // ---------------------------------------------------------------- clock and frames
 void Host::runFrames(int n) {
     HostCore& c = impl_->core;
     const double dt = 1.0 / c.opt.fps;
     for (int i = 0; i < n; ++i) {
-        worldPushEdits(c);
+        worldSync(c);
         c.wallTime += dt;
         if (!c.paused) c.simTime += dt;
         ++c.cycle;
         ++c.frames;
-        c.datarefByName.at("sim/time/total_running_time_sec")->values[0] = c.simTime;
-        // Held commands get their "continue" phase once per frame.
-        std::vector<CommandRec*> held;
-        for (auto& h : c.commandsHeld)
-            held.push_back(h.first);
-        for (CommandRec* cmd : held)
-            if (c.commandsHeld.count(cmd)) runCommandPhase(cmd, 1);
+        c.sim.runningTime->values[0] = c.simTime;
+        // Held commands get their "continue" phase once per frame (a phase may end or begin others).
+        if (!c.commandsHeld.empty()) {
+            std::vector<CommandRec*> held;
+            for (auto& h : c.commandsHeld)
+                held.push_back(h.first);
+            for (CommandRec* cmd : held)
+                if (c.commandsHeld.count(cmd)) runCommandPhase(cmd, 1);
+        }
         announceNewDataRefs(c);
         deliverObjectLoads(c);
         ++c.flightLoopCounter;
@@ -302,9 +308,17 @@ bool isAttitude(const std::string& n) {
 } // namespace
 
 double Host::getf(const std::string& name, int index) {
-    worldPushEdits(impl_->core);
+    return getf(findDataRef(name), index);
+}
+
+Host::DataRefId Host::findDataRef(const std::string& name) {
+    return {asHost([&] { return XPLMFindDataRef(name.c_str()); })};
+}
+
+double Host::getf(DataRefId ref, int index) {
+    worldPushEdits(impl_->core); // a read sees what the caller changed in aircraft()
     return asHost([&]() -> double {
-        XPLMDataRef r = XPLMFindDataRef(name.c_str());
+        XPLMDataRef r = ref.handle;
         if (!r) return 0;
         int t = XPLMGetDataRefTypes(r);
         if (t & xplmType_Double) return XPLMGetDatad(r);
@@ -333,7 +347,7 @@ int Host::geti(const std::string& name, int index) {
 
 void Host::set(const std::string& name, double value, int index) {
     HostCore& c = impl_->core;
-    worldPushEdits(c);
+    worldSync(c);
     DataRefRec* rec = findDataRefRec(name);
     if (!rec || rec->removed) return;
     if (rec->owner == 0) {

@@ -10,6 +10,7 @@
 #include "PluginContext.h"
 #include "simhost/Simhost.h"
 
+#include <array>
 #include <cstdio>
 #include <deque>
 #include <exception>
@@ -219,7 +220,30 @@ struct WorldRec {
     double holdAgl = -1;             ///< metres; < 0: the aircraft sits on the apron
     double groundY = 0;              ///< local y of the apron, metres
     double magneticVariationDeg = 0; ///< east declination: magnetic heading = true - this
-    Aircraft shadow;                 ///< last state synchronised with the datarefs
+    /// The aircraft's live state (Aircraft) as last synchronised with the datarefs.
+    struct Live {
+        bool engineRunning[8] = {};
+        double n1Percent[8] = {}; ///< per engine
+        double batteryVolts = 0;
+        bool parkingBrake = false;
+    } shadow;
+};
+
+/// X-Plane's own datarefs that the world, the camera and the frame loop read and write every frame,
+/// found once when the host is made (records never move), so that no frame looks one up by name.
+struct SimRefs {
+    DataRefRec *localX = nullptr, *localY = nullptr, *localZ = nullptr; ///< metres
+    DataRefRec *psi = nullptr, *theta = nullptr, *the = nullptr, *phi = nullptr, *q = nullptr;
+    DataRefRec *magpsi = nullptr, *magPsi = nullptr; ///< both spellings X-Plane has
+    DataRefRec *groundspeed = nullptr, *yAgl = nullptr;
+    DataRefRec *latitude = nullptr, *longitude = nullptr, *elevation = nullptr;
+    DataRefRec *n1 = nullptr, *n1Old = nullptr; ///< ENGN_N1_, and ENGN_N1 of hosts without it
+    DataRefRec *batteryVolts = nullptr, *batteryActual = nullptr, *parkBrake = nullptr;
+    DataRefRec* runningTime = nullptr; ///< sim/time/total_running_time_sec
+    /// The pitch this host publishes: theta, or "the" where theta is removed.
+    DataRefRec* pitch() const { return theta->removed ? the : theta; }
+    /// N1 per engine: ENGN_N1_, or ENGN_N1 where that is removed.
+    DataRefRec* engineN1() const { return n1->removed ? n1Old : n1; }
 };
 
 // ------------------------------------------------------------------ navigation
@@ -392,7 +416,10 @@ struct HostCore {
     std::unordered_map<std::string, DataRefRec*> datarefByName;
     int xplaneDataRefsPending = 0; ///< rows of X-Plane's table (XPlaneTables.h) not made into records yet
     int datarefsRemoved = 0;       ///< records hidden from plug-ins (version profiles, removeDataRef)
-    std::unordered_set<const void*> datarefHandles;
+    std::unordered_set<const void*> datarefHandles; ///< every record ever made: a handle never dies
+    /// Handles found in datarefHandles lately, by a hash of the address: a plug-in reading the same
+    /// few datarefs every frame skips the set (a handle, once valid, stays valid for the host's life).
+    std::array<const void*, 64> recentDataRefHandles{};
     std::deque<FlightLoopRec> flightLoops; ///< every loop ever made (handles stay valid, dead or alive)
     std::unordered_set<const void*> flightLoopHandles;
     std::vector<FlightLoopRec*> loopOrder; ///< the loops to dispatch, in registration order; dead ones
@@ -432,6 +459,8 @@ struct HostCore {
     /// double-to-float-to-double round trips assigned side by side, so a double would keep the digits.
     float refLatDeg = 0, refLonDeg = 0;
     Aircraft aircraft;
+    SimRefs sim;
+    std::function<void(int pluginId, const char* what, bool entering)> callObserver; ///< see Host
     size_t datarefsAnnounced = 0; ///< dataref count last sent with XPLM_MSG_DATAREFS_ADDED
     NavState nav;
     std::deque<SoundChannelRec> sounds; ///< every channel ever played (handles stay valid)
@@ -493,6 +522,8 @@ void apiError(const std::string& text);
 /// Runs a plug-in callback as plugin `id`: attribution, and nothing may escape.
 template <class F> void callInto(int id, const char* what, F&& f) {
     CallingPlugin guard(id);
+    HostCore* c = core();
+    if (c && c->callObserver) c->callObserver(id, what, true);
     try {
         f();
     } catch (const std::exception& e) {
@@ -500,6 +531,7 @@ template <class F> void callInto(int id, const char* what, F&& f) {
     } catch (...) {
         writeLog(std::string("simhost: unknown exception from plug-in in ") + what + "\n");
     }
+    if (c && c->callObserver) c->callObserver(id, what, false);
 }
 
 // ---- per-file entry points used by the Host (defined in the matching .cpp) ----
@@ -515,8 +547,10 @@ void createRootMenus(HostCore& c);                                           // 
 void runFlightLoops(HostCore& c, int phase);                                 // FlightLoops.cpp
 void setViewType(int viewType, bool external);                               // Camera.cpp
 void updateCamera(HostCore& c);                                              // Camera.cpp
+void worldBindRefs(HostCore& c);                                             // World.cpp
 void worldReset(HostCore& c);                                                // World.cpp
 void worldStep(HostCore& c, double dtSeconds);                               // World.cpp
+void worldSync(HostCore& c);                                                 // World.cpp
 void worldPushEdits(HostCore& c);                                            // World.cpp
 void worldPullState(HostCore& c);                                            // World.cpp
 void worldSetAttitude(HostCore& c, double psi, double theta, double phi);    // World.cpp

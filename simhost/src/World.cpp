@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 namespace simhost::detail {
 
@@ -26,6 +27,10 @@ DataRefRec& ref(HostCore& c, const char* name) {
 double& val(HostCore& c, const char* name, size_t i = 0) {
     return ref(c, name).values.at(i);
 }
+/// The value of a scalar dataref (the first element of an array one).
+double& first(DataRefRec* r) {
+    return r->values.at(0);
+}
 
 /// Height of the reference point above the apron when parked, metres: the main gear's tyres touch the
 /// apron at the profile's ground pitch (body frame y up, z aft: a nose-up pitch lifts what is ahead).
@@ -38,30 +43,42 @@ double parkedHeight(const Aircraft& a) {
 }
 
 void writeAttitude(HostCore& c, double psi, double theta, double phi) {
-    val(c, "sim/flightmodel/position/psi") = wrap360(psi);
-    val(c, "sim/flightmodel/position/phi") = phi;
-    val(c, ref(c, "sim/flightmodel/position/theta").removed ? "sim/flightmodel/position/the"
-                                                            : "sim/flightmodel/position/theta") = theta;
+    first(c.sim.psi) = wrap360(psi);
+    first(c.sim.phi) = phi;
+    first(c.sim.pitch()) = theta;
     float q[4];
     eulerToQuaternion(psi, theta, phi, q);
-    auto& qv = ref(c, "sim/flightmodel/position/q").values;
+    auto& qv = c.sim.q->values;
     for (int i = 0; i < 4; ++i)
-        qv[static_cast<size_t>(i)] = q[i];
-}
-
-const char* n1Name(HostCore& c) {
-    return ref(c, "sim/flightmodel/engine/ENGN_N1_").removed ? "sim/flightmodel/engine/ENGN_N1"
-                                                             : "sim/flightmodel/engine/ENGN_N1_";
+        qv.at(static_cast<size_t>(i)) = q[i];
 }
 
 void updateGeodetic(HostCore& c) {
+    const SimRefs& r = c.sim;
     double lat = 0, lon = 0, alt = 0;
-    localToWorld(refLat(c), refLon(c), val(c, "sim/flightmodel/position/local_x"),
-                 val(c, "sim/flightmodel/position/local_y"), val(c, "sim/flightmodel/position/local_z"), lat,
-                 lon, alt);
-    val(c, "sim/flightmodel/position/latitude") = lat;
-    val(c, "sim/flightmodel/position/longitude") = lon;
-    val(c, "sim/flightmodel/position/elevation") = alt;
+    localToWorld(refLat(c), refLon(c), first(r.localX), first(r.localY), first(r.localZ), lat, lon, alt);
+    first(r.latitude) = lat;
+    first(r.longitude) = lon;
+    first(r.elevation) = alt;
+}
+
+/// Remembers the aircraft's live state as now in the datarefs.
+void rememberLive(HostCore& c) {
+    const Aircraft& a = c.aircraft;
+    WorldRec::Live& s = c.world.shadow;
+    std::copy(std::begin(a.engineRunning), std::end(a.engineRunning), s.engineRunning);
+    std::copy(std::begin(a.n1Percent), std::end(a.n1Percent), s.n1Percent);
+    s.batteryVolts = a.batteryVolts;
+    s.parkingBrake = a.parkingBrake;
+}
+
+/// True when the caller changed the aircraft's live state since it was last synchronised.
+bool liveEdited(const HostCore& c) {
+    const Aircraft& a = c.aircraft;
+    const WorldRec::Live& s = c.world.shadow;
+    return !std::equal(std::begin(a.n1Percent), std::end(a.n1Percent), s.n1Percent) ||
+           !std::equal(std::begin(a.engineRunning), std::end(a.engineRunning), s.engineRunning) ||
+           a.batteryVolts != s.batteryVolts || a.parkingBrake != s.parkingBrake;
 }
 
 /// One of X-Plane's own datarefs from its table (made on first use), or nullptr when this host hides it.
@@ -97,6 +114,36 @@ void describeAircraft(HostCore& c) {
 }
 
 } // namespace
+
+void worldBindRefs(HostCore& c) {
+    auto bind = [](const char* name) {
+        DataRefRec* r = findDataRefRec(name);
+        if (!r || r->values.empty()) throw std::logic_error(std::string("simhost: no dataref ") + name);
+        return r;
+    };
+    SimRefs& r = c.sim;
+    r.localX = bind("sim/flightmodel/position/local_x");
+    r.localY = bind("sim/flightmodel/position/local_y");
+    r.localZ = bind("sim/flightmodel/position/local_z");
+    r.psi = bind("sim/flightmodel/position/psi");
+    r.theta = bind("sim/flightmodel/position/theta");
+    r.the = bind("sim/flightmodel/position/the");
+    r.phi = bind("sim/flightmodel/position/phi");
+    r.q = bind("sim/flightmodel/position/q");
+    r.magpsi = bind("sim/flightmodel/position/magpsi");
+    r.magPsi = bind("sim/flightmodel/position/mag_psi");
+    r.groundspeed = bind("sim/flightmodel/position/groundspeed");
+    r.yAgl = bind("sim/flightmodel/position/y_agl");
+    r.latitude = bind("sim/flightmodel/position/latitude");
+    r.longitude = bind("sim/flightmodel/position/longitude");
+    r.elevation = bind("sim/flightmodel/position/elevation");
+    r.n1 = bind("sim/flightmodel/engine/ENGN_N1_");
+    r.n1Old = bind("sim/flightmodel/engine/ENGN_N1");
+    r.batteryVolts = bind("sim/flightmodel/engine/ENGN_bat_volt");
+    r.batteryActual = bind("sim/cockpit2/electrical/battery_voltage_actual_volts");
+    r.parkBrake = bind("sim/flightmodel/controls/parkbrake");
+    r.runningTime = bind("sim/time/total_running_time_sec");
+}
 
 void worldReset(HostCore& c) {
     const Aircraft& a = c.aircraft;
@@ -148,7 +195,7 @@ void worldReset(HostCore& c) {
     updateGeodetic(c);
 
     // Engines off, battery at its rest voltage, brake set: a parked aircraft.
-    std::fill(ref(c, n1Name(c)).values.begin(), ref(c, n1Name(c)).values.end(), 0.0);
+    std::fill(c.sim.engineN1()->values.begin(), c.sim.engineN1()->values.end(), 0.0);
     auto& volts = ref(c, "sim/flightmodel/engine/ENGN_bat_volt").values;
     std::fill(volts.begin(), volts.end(), 0.0);
     for (int i = 0; i < a.engineCount && i < static_cast<int>(volts.size()); ++i)
@@ -160,7 +207,7 @@ void worldReset(HostCore& c) {
         c.aircraft.engineRunning[i] = false;
         c.aircraft.n1Percent[i] = 0;
     }
-    c.world.shadow = c.aircraft;
+    rememberLive(c);
 }
 
 void worldSetAttitude(HostCore& c, double psi, double theta, double phi) {
@@ -201,10 +248,13 @@ double worldParkedHeight(const HostCore& c) {
     return parkedHeight(c.aircraft);
 }
 
-void worldPushEdits(HostCore& c) {
-    Aircraft& a = c.aircraft;
-    Aircraft& s = c.world.shadow;
-    auto& n1 = ref(c, n1Name(c)).values;
+// Aircraft (the live state a Host caller edits) and the datarefs: worldSync writes the caller's edits
+// into the datarefs and reads them all back; worldPushEdits does so only when there are edits (cheap
+// otherwise, for every read); worldPullState only reads back.
+void worldSync(HostCore& c) {
+    const Aircraft& a = c.aircraft;
+    const WorldRec::Live& s = c.world.shadow;
+    auto& n1 = c.sim.engineN1()->values;
     for (int i = 0; i < 8 && i < static_cast<int>(n1.size()); ++i) {
         if (a.n1Percent[i] != s.n1Percent[i]) {
             n1[static_cast<size_t>(i)] = a.n1Percent[i];
@@ -213,46 +263,48 @@ void worldPushEdits(HostCore& c) {
         }
     }
     if (a.batteryVolts != s.batteryVolts) {
-        auto& volts = ref(c, "sim/flightmodel/engine/ENGN_bat_volt").values;
+        auto& volts = c.sim.batteryVolts->values;
         for (int i = 0; i < a.engineCount && i < static_cast<int>(volts.size()); ++i)
             volts[static_cast<size_t>(i)] = a.batteryVolts;
-        if (!ref(c, "sim/cockpit2/electrical/battery_voltage_actual_volts").removed)
-            val(c, "sim/cockpit2/electrical/battery_voltage_actual_volts") = a.batteryVolts;
+        if (!c.sim.batteryActual->removed) first(c.sim.batteryActual) = a.batteryVolts;
     }
-    if (a.parkingBrake != s.parkingBrake)
-        val(c, "sim/flightmodel/controls/parkbrake") = a.parkingBrake ? 1 : 0;
+    if (a.parkingBrake != s.parkingBrake) first(c.sim.parkBrake) = a.parkingBrake ? 1 : 0;
     worldPullState(c);
+}
+
+void worldPushEdits(HostCore& c) {
+    if (liveEdited(c)) worldSync(c);
 }
 
 void worldPullState(HostCore& c) {
     Aircraft& a = c.aircraft;
-    const auto& n1 = ref(c, n1Name(c)).values;
+    const auto& n1 = c.sim.engineN1()->values;
     for (int i = 0; i < 8; ++i) {
         double v = i < static_cast<int>(n1.size()) ? n1[static_cast<size_t>(i)] : 0.0;
         a.n1Percent[i] = v;
         a.engineRunning[i] = v > kRunningN1Percent;
     }
-    a.batteryVolts = val(c, "sim/flightmodel/engine/ENGN_bat_volt");
-    a.parkingBrake = val(c, "sim/flightmodel/controls/parkbrake") > 0.5;
-    c.world.shadow = a;
+    a.batteryVolts = first(c.sim.batteryVolts);
+    a.parkingBrake = first(c.sim.parkBrake) > 0.5;
+    rememberLive(c);
 }
 
 void worldStep(HostCore& c, double dt) {
-    double& x = val(c, "sim/flightmodel/position/local_x");
-    double& z = val(c, "sim/flightmodel/position/local_z");
+    const SimRefs& r = c.sim;
+    double& x = first(r.localX);
+    double& z = first(r.localZ);
     // q is the master orientation: the Euler angles follow it every frame.
-    const auto& qv = ref(c, "sim/flightmodel/position/q").values;
-    float q[4] = {static_cast<float>(qv[0]), static_cast<float>(qv[1]), static_cast<float>(qv[2]),
-                  static_cast<float>(qv[3])};
+    const auto& qv = r.q->values;
+    float q[4] = {static_cast<float>(qv.at(0)), static_cast<float>(qv.at(1)), static_cast<float>(qv.at(2)),
+                  static_cast<float>(qv.at(3))};
     double psi = 0, theta = 0, phi = 0;
     if (quaternionToEuler(q, psi, theta, phi)) {
-        val(c, "sim/flightmodel/position/psi") = psi;
-        val(c, ref(c, "sim/flightmodel/position/theta").removed ? "sim/flightmodel/position/the"
-                                                                : "sim/flightmodel/position/theta") = theta;
-        val(c, "sim/flightmodel/position/phi") = phi;
+        first(r.psi) = psi;
+        first(r.pitch()) = theta;
+        first(r.phi) = phi;
     }
     c.world.qWritten = false;
-    psi = val(c, "sim/flightmodel/position/psi");
+    psi = first(r.psi);
     if (c.world.commandedSpeed != 0) {
         // Taxiing under the control API: along the heading, psi 0 = -z.
         x += std::sin(psi * kDegToRad) * c.world.commandedSpeed * dt;
@@ -260,15 +312,13 @@ void worldStep(HostCore& c, double dt) {
     }
     const double parked = parkedHeight(c.aircraft);
     const double agl = c.world.holdAgl >= 0 ? c.world.holdAgl : parked;
-    val(c, "sim/flightmodel/position/local_y") = c.world.groundY + agl;
-    val(c, "sim/flightmodel/position/y_agl") = agl;
-    if (dt > 0)
-        val(c, "sim/flightmodel/position/groundspeed") =
-            std::hypot(x - c.world.prevX, z - c.world.prevZ) / dt;
+    first(r.localY) = c.world.groundY + agl;
+    first(r.yAgl) = agl;
+    if (dt > 0) first(r.groundspeed) = std::hypot(x - c.world.prevX, z - c.world.prevZ) / dt;
     c.world.prevX = x;
     c.world.prevZ = z;
-    val(c, "sim/flightmodel/position/magpsi") = wrap360(psi - c.world.magneticVariationDeg);
-    val(c, "sim/flightmodel/position/mag_psi") = wrap360(psi - c.world.magneticVariationDeg);
+    first(r.magpsi) = wrap360(psi - c.world.magneticVariationDeg);
+    first(r.magPsi) = wrap360(psi - c.world.magneticVariationDeg);
     updateGeodetic(c);
 }
 

@@ -74,7 +74,7 @@ TEST_F(ScenarioTest, DemoPushesTheLengthOfTheAircraftThenTurnsTailLeftAndReports
     // The phases come in the order a pilot sees them.
     std::vector<std::string> phases;
     for (const auto& row : s.trace)
-        if (phases.empty() || phases.back() != row.phase) phases.push_back(row.phase);
+        if (phases.empty() || phases.back() != row.phase) phases.emplace_back(row.phase);
     EXPECT_EQ(phases, (std::vector<std::string>{"parked", "truck arriving", "waiting for brake", "pushing",
                                                 "turning", "truck leaving", "cleared"}));
     const auto& last = s.trace.back();

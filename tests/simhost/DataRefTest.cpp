@@ -131,6 +131,11 @@ TEST_F(DataRefs, EveryDataRefXPlane12ListsHasItsTypeSizeAndWritability) {
     }
     EXPECT_EQ(XPLMCountDataRefs(), count);
     EXPECT_FALSE(XPLMIsDataRefGood(nullptr));
+    int notADataRef = 0; // an address simhost never handed out: refused however often it is asked
+    for (int ask = 0; ask < 2; ++ask) {
+        EXPECT_FALSE(XPLMIsDataRefGood(&notADataRef));
+        EXPECT_EQ(XPLMGetDataRefTypes(&notADataRef), 0);
+    }
 }
 
 /// The names XPLMGetDataRefsByIndex lists, in index order, with XPLMCountDataRefs items asked for.

@@ -27,16 +27,32 @@ void quaternion(double psi, double theta, double phi, float q[4]) {
                               std::sin(a) * std::cos(b) * std::cos(c));
 }
 
+/// A host of today and one of X-Plane 7.20, which names the pitch and the engines' N1 differently.
+struct HostNames {
+    int xplaneVersion;
+    const char* pitch;
+    const char* n1;
+};
+constexpr HostNames kHostNames[] = {
+    {12100, "sim/flightmodel/position/theta", "sim/flightmodel/engine/ENGN_N1_"},
+    {720, "sim/flightmodel/position/the", "sim/flightmodel/engine/ENGN_N1"},
+};
+
 TEST_F(World, WritingQTurnsTheAircraft) {
-    XPLMDataRef q = XPLMFindDataRef("sim/flightmodel/position/q");
-    for (double psi : {0.0, 37.5, 90.0, 181.0, 359.0}) {
-        float v[4];
-        quaternion(psi, 2.5, -1.5, v);
-        XPLMSetDatavf(q, v, 0, 4);
-        host->runFrames(1);
-        EXPECT_NEAR(host->getf("sim/flightmodel/position/psi"), psi, 1e-3) << psi;
-        EXPECT_NEAR(host->getf("sim/flightmodel/position/theta"), 2.5, 1e-3);
-        EXPECT_NEAR(host->getf("sim/flightmodel/position/phi"), -1.5, 1e-3);
+    for (const HostNames& h : kHostNames) {
+        simhost::HostOptions o;
+        o.xplaneVersion = h.xplaneVersion;
+        start(o);
+        XPLMDataRef q = XPLMFindDataRef("sim/flightmodel/position/q");
+        for (double psi : {0.0, 37.5, 90.0, 181.0, 359.0}) {
+            float v[4];
+            quaternion(psi, 2.5, -1.5, v);
+            XPLMSetDatavf(q, v, 0, 4);
+            host->runFrames(1);
+            EXPECT_NEAR(host->getf("sim/flightmodel/position/psi"), psi, 1e-3) << psi;
+            EXPECT_NEAR(host->getf(h.pitch), 2.5, 1e-3) << h.xplaneVersion;
+            EXPECT_NEAR(host->getf("sim/flightmodel/position/phi"), -1.5, 1e-3);
+        }
     }
     // psi written alone by a plug-in does not stick: q is the master. The sim itself turns the aircraft.
     XPLMSetDataf(XPLMFindDataRef("sim/flightmodel/position/psi"), 120);
@@ -149,17 +165,22 @@ TEST_F(World, TailDraggerSitsNoseUp) {
 }
 
 TEST_F(World, AircraftStateEditsReachTheDataRefsAndBack) {
-    simhost::Aircraft& a = host->aircraft();
-    EXPECT_TRUE(a.parkingBrake);
-    a.parkingBrake = false;
-    a.engineRunning[1] = true;
-    EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/controls/parkbrake"), 0);
-    EXPECT_GT(host->getf("sim/flightmodel/engine/ENGN_N1_", 1), 5);
-    EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/engine/ENGN_N1_", 0), 0);
-    // A plug-in writing the brake is seen by the control side after the frame.
-    XPLMSetDataf(XPLMFindDataRef("sim/flightmodel/controls/parkbrake"), 1);
-    host->runFrames(1);
-    EXPECT_TRUE(a.parkingBrake);
+    for (const HostNames& h : kHostNames) {
+        simhost::HostOptions o;
+        o.xplaneVersion = h.xplaneVersion;
+        start(o);
+        simhost::Aircraft& a = host->aircraft();
+        EXPECT_TRUE(a.parkingBrake);
+        a.parkingBrake = false;
+        a.engineRunning[1] = true;
+        EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/controls/parkbrake"), 0);
+        EXPECT_GT(host->getf(h.n1, 1), 5) << h.xplaneVersion;
+        EXPECT_FLOAT_EQ(host->getf(h.n1, 0), 0);
+        // A plug-in writing the brake is seen by the control side after the frame.
+        XPLMSetDataf(XPLMFindDataRef("sim/flightmodel/controls/parkbrake"), 1);
+        host->runFrames(1);
+        EXPECT_TRUE(a.parkingBrake);
+    }
 }
 
 TEST_F(World, MagneticHeadingFollowsTheVariationTheSimSet) {

@@ -223,6 +223,11 @@ public:
     const std::vector<std::string>& leftoversAtLastUnload() const;
     /// Sends a message as X-Plane (from 0) or as another plug-in; to == -1 broadcasts.
     void sendMessage(int to, int message, void* param = nullptr, int from = 0);
+    /// Called just before (entering true) and just after (false) every call the host makes into a
+    /// plug-in: entry points, flight loops, draw, menu, key, window, widget and accessor callbacks;
+    /// `what` names the kind ("XPluginEnable", "flight loop", ...). For profilers and benchmarks, as
+    /// X-Plane's own per-plug-in timings; none by default (an empty function removes it).
+    void setCallObserver(std::function<void(int pluginId, const char* what, bool entering)> observer);
 
     // ---- clock and frames ----
     void runFrames(int n);
@@ -239,6 +244,15 @@ public:
 
     // ---- datarefs, as the user, the sim or another plug-in ----
     double getf(const std::string& name, int index = 0);
+    /// A dataref found once by name, for a caller that reads it every frame: getf(DataRefId) looks
+    /// nothing up. Null (false) when the host has no such dataref now.
+    struct DataRefId {
+        void* handle = nullptr; ///< the XPLMDataRef
+        explicit operator bool() const { return handle != nullptr; }
+    };
+    DataRefId findDataRef(const std::string& name);
+    /// getf(name) without the look-up by name.
+    double getf(DataRefId ref, int index = 0);
     int geti(const std::string& name, int index = 0);
     /// index -1: the scalar value; otherwise one element of an array dataref.
     void set(const std::string& name, double value, int index = -1);
