@@ -121,9 +121,15 @@ TEST_F(ScenarioTest, EachScenarioEndsAsItsManoeuvreShould) {
         } else {
             EXPECT_NEAR(s.headingChangeDeg, 0, 1e-3);
         }
-        if (c.leg == kWhole) EXPECT_NEAR(s.straightLegM, length, kStepM + 1e-6);
-        if (c.leg == kWhole && !c.turnDeg) EXPECT_NEAR(s.pathLengthM, length, kStepM + 1e-6);
-        if (c.leg == kNone) EXPECT_LT(s.straightLegM, 2 * kStepM);
+        if (c.leg == kWhole) {
+            EXPECT_NEAR(s.straightLegM, length, kStepM + 1e-6);
+        }
+        if (c.leg == kWhole && !c.turnDeg) {
+            EXPECT_NEAR(s.pathLengthM, length, kStepM + 1e-6);
+        }
+        if (c.leg == kNone) {
+            EXPECT_LT(s.straightLegM, 2 * kStepM);
+        }
         if (c.leg == kCut) {
             EXPECT_GT(s.pathLengthM, 1.0);
             EXPECT_LT(s.pathLengthM, length - 1.0);

@@ -35,7 +35,9 @@ protected:
         const double dx = X() - cam.x, dz = Z() - cam.z;
         const double dy = host->getf("sim/flightmodel/position/local_y") - cam.y;
         EXPECT_NEAR(HeadingDiff(cam.heading, std::atan2(dx, -dz) * kRadToDeg + awayDeg), 0.0, 0.5);
-        if (awayDeg == 0) EXPECT_NEAR(cam.pitch, std::atan2(dy, std::hypot(dx, dz)) * kRadToDeg, 0.5);
+        if (awayDeg == 0) {
+            EXPECT_NEAR(cam.pitch, std::atan2(dy, std::hypot(dx, dz)) * kRadToDeg, 0.5);
+        }
         EXPECT_FLOAT_EQ(cam.roll, 0.0f);
     }
 };

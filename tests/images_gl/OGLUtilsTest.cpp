@@ -59,7 +59,9 @@ TEST_F(Drawing, RectanglesOutlinesBevelsAndLinesCoverTheirPixels) {
         }
         EXPECT_GE(Count(42, 138, 138, 142, topLeft), 90); // top
         EXPECT_GE(Count(38, 42, 42, 138, topLeft), 90);   // left
-        if (lightWidth > 0) EXPECT_EQ(Count(42, 138, 138, 142, IsGreen) + Count(42, 38, 138, 42, IsRed), 0);
+        if (lightWidth > 0) {
+            EXPECT_EQ(Count(42, 138, 138, 142, IsGreen) + Count(42, 38, 138, 42, IsRed), 0);
+        }
     }
 }
 
