@@ -1,5 +1,6 @@
 // Writing a scenario's report folder.
 #include "Report.h"
+#include "utils/Utf8Path.h"
 
 #include "Canvas.h"
 #include "simhost/Simhost.h"
@@ -157,7 +158,7 @@ void StrokePath(assets::Canvas& canvas, const TopView& v, const std::vector<Poin
 }
 
 bool WriteFile(const std::string& path, const std::string& text) {
-    std::ofstream out(path, std::ios::binary);
+    std::ofstream out(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
     out << text;
     return static_cast<bool>(out);
 }
@@ -184,7 +185,7 @@ uint16_t Le16(const char* p) {
 
 /// Reads a PCM WAV file chunk by chunk; false for anything else.
 bool ReadWav(const std::string& path, Pcm* pcm) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
     const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     if (bytes.size() < 12 || bytes.compare(0, 4, "RIFF") != 0 || bytes.compare(8, 4, "WAVE") != 0)
         return false;
@@ -218,9 +219,9 @@ void PutLe(std::string& out, uint32_t v, int bytes) {
 /// Places each utterance at its sim time (later ones wait for the previous to finish).
 bool WriteCrewWav(const std::string& audioDir, const std::vector<double>& times, const std::string& path) {
     std::vector<std::string> files;
-    if (!fs::is_directory(audioDir)) return false;
-    for (const auto& e : fs::directory_iterator(audioDir))
-        if (e.path().extension() == ".wav") files.push_back(e.path().string());
+    if (!fs::is_directory(HV_FileUtils::PathFromUtf8(audioDir))) return false;
+    for (const auto& e : fs::directory_iterator(HV_FileUtils::PathFromUtf8(audioDir)))
+        if (e.path().extension() == ".wav") files.push_back(HV_FileUtils::Utf8FromPath(e.path()));
     std::sort(files.begin(), files.end());
     if (files.empty()) return false;
     std::vector<char> mix;
@@ -323,7 +324,7 @@ bool WriteTopViewPng(const ScenarioSummary& s, const Aircraft& aircraft, const s
 
 void WriteReport(const std::string& dir, const Scenario& scenario, const ScenarioSummary& summary, Host& host,
                  const std::vector<std::string>& frames) {
-    fs::create_directories(dir);
+    fs::create_directories(HV_FileUtils::PathFromUtf8(dir));
     std::ostringstream transcript;
     std::vector<double> speechTimes;
     char time[32];
@@ -362,8 +363,9 @@ void WriteReport(const std::string& dir, const Scenario& scenario, const Scenari
     WriteFile(dir + "/Log.txt", host.logText());
     WriteFile(dir + "/menus.txt", host.menuTree());
     const std::string pluginLog = host.sandbox() + "Resources/plugins/Kalvora/Kalvora.log";
-    if (fs::exists(pluginLog))
-        fs::copy_file(pluginLog, dir + "/Kalvora.log", fs::copy_options::overwrite_existing);
+    if (fs::exists(HV_FileUtils::PathFromUtf8(pluginLog)))
+        fs::copy_file(HV_FileUtils::PathFromUtf8(pluginLog), HV_FileUtils::PathFromUtf8(dir + "/Kalvora.log"),
+                      fs::copy_options::overwrite_existing);
     std::string summaryText = formatSummary(scenario, summary);
     if (WriteCrewWav(dir + "/audio", speechTimes, dir + "/crew.wav")) summaryText += "crew audio: crew.wav\n";
     summaryText += "frames: " + std::to_string(frames.size()) +

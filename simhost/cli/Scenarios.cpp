@@ -1,5 +1,6 @@
 // Running a named scenario: the pilot's actions, the per-frame record and the summary.
 #include "Scenarios.h"
+#include "utils/Utf8Path.h"
 
 #include "Report.h"
 #include "simhost/Simhost.h"
@@ -135,18 +136,18 @@ public:
         ho.realTime = o_.realTime;
         ho.drawWorld = o_.drawWorld;
         if (!o_.renderDir.empty()) {
-            fs::create_directories(o_.renderDir);
+            fs::create_directories(HV_FileUtils::PathFromUtf8(o_.renderDir));
             ho.render = true;
         }
         if (!o_.reportDir.empty()) {
-            fs::create_directories(o_.reportDir);
+            fs::create_directories(HV_FileUtils::PathFromUtf8(o_.reportDir));
             // Frames for the report: before 11.50 the plug-in draws the truck and the GPU in
             // its draw callbacks, from 11.50 on simhost draws their object instances.
             ho.render = true;
             if (SpeechSynthesisAvailable()) ho.speechWavDir = o_.reportDir + "/audio";
         }
         if (ho.speechWavDir.empty()) ho.speechWavDir = o_.speechDir;
-        if (!ho.speechWavDir.empty()) fs::create_directories(ho.speechWavDir);
+        if (!ho.speechWavDir.empty()) fs::create_directories(HV_FileUtils::PathFromUtf8(ho.speechWavDir));
         Host host(ho);
         sum_.aircraftType = host.aircraft().type;
         sum_.aircraftName = host.aircraft().name;
@@ -291,7 +292,7 @@ private:
         for (const auto& shot : kShots) {
             if (r.phase != shot.phase || r.simTime < phaseStart_ + shot.afterSeconds) continue;
             if (!shotsTaken_.insert(shot.file).second) continue;
-            fs::create_directories(o_.reportDir + "/frames");
+            fs::create_directories(HV_FileUtils::PathFromUtf8(o_.reportDir + "/frames"));
             const std::string path = o_.reportDir + "/frames/" + shot.file;
             if (host.screenshot(path)) frames_.push_back(path);
         }
@@ -364,7 +365,8 @@ ScenarioSummary runScenario(const Scenario& scenario, const ScenarioOptions& opt
         // The report is written while the host lives, in whose X-Plane folder the process then works.
         ScenarioOptions o = options;
         for (std::string* path : {&o.reportDir, &o.renderDir, &o.speechDir})
-            if (!path->empty()) *path = fs::absolute(*path).string();
+            if (!path->empty())
+                *path = HV_FileUtils::Utf8FromPath(fs::absolute(HV_FileUtils::PathFromUtf8(*path)));
         return Run(scenario, o, progress).Execute();
     } catch (const std::exception& e) {
         ScenarioSummary failed;

@@ -6,6 +6,7 @@
 #include "Scenarios.h"
 #include "SimScript.h"
 #include "simhost/Simhost.h"
+#include "utils/Utf8Path.h"
 
 #include <CLI/CLI.hpp>
 
@@ -16,8 +17,15 @@
 #include <iostream>
 #include <sstream>
 #include <unistd.h>
+#ifdef _WIN32
+#include <windows.h>
+
+#include <shellapi.h>
+#endif
 
 namespace fs = std::filesystem;
+using HV_FileUtils::PathFromUtf8; // paths are UTF-8 text, as X-Plane hands them to plug-ins
+using HV_FileUtils::Utf8FromPath;
 using simhost::cli::TimedAction;
 
 namespace {
@@ -56,21 +64,21 @@ struct Options {
 };
 
 /// The folder this program lives in (Linux: /proc/self/exe; elsewhere the path it was started by).
-fs::path programDir(const char* argv0) {
+fs::path programDir(const std::string& argv0) {
     std::error_code ec;
     fs::path self = fs::read_symlink("/proc/self/exe", ec);
-    if (ec) self = fs::absolute(argv0, ec);
+    if (ec) self = fs::absolute(PathFromUtf8(argv0), ec);
     return self.parent_path();
 }
 
-Resources findResources(const char* argv0) {
+Resources findResources(const std::string& argv0) {
     Resources r;
     const fs::path share = programDir(argv0) / kInstalledShare;
     std::error_code ec;
     if (!fs::is_directory(share, ec)) return r;
-    r.kalvora = (share / "plugins" / "Kalvora.xpl").lexically_normal().string();
-    r.kalvoraData = (share / "plugins" / "Kalvora").lexically_normal().string();
-    r.aircraftDir = (share / "aircraft").lexically_normal().string();
+    r.kalvora = Utf8FromPath((share / "plugins" / "Kalvora.xpl").lexically_normal());
+    r.kalvoraData = Utf8FromPath((share / "plugins" / "Kalvora").lexically_normal());
+    r.aircraftDir = Utf8FromPath((share / "aircraft").lexically_normal());
     return r;
 }
 
@@ -108,9 +116,9 @@ bool apply(simhost::Host& host, const TimedAction& a, std::string& why) {
 /// Kalvora's data folder to install with it: --data, else (for a Kalvora.xpl without one beside it)
 /// the source tree's or the installed one; empty: the host's default.
 std::string dataFolder(const Options& o, const Resources& r) {
-    const fs::path xpl(o.kalvora);
+    const fs::path xpl = PathFromUtf8(o.kalvora);
     if (o.dataDir.empty() && !fs::is_directory(xpl.parent_path() / xpl.stem()) && xpl.stem() == "Kalvora" &&
-        fs::is_directory(r.kalvoraData))
+        fs::is_directory(PathFromUtf8(r.kalvoraData)))
         return r.kalvoraData;
     return o.dataDir;
 }
@@ -118,7 +126,7 @@ std::string dataFolder(const Options& o, const Resources& r) {
 /// Where --speak puts the crew's WAV files.
 std::string speechFolder(const Options& o) {
     if (!o.speak) return "";
-    return o.reportDir.empty() ? fs::absolute(kSpeechFolder).string() : o.reportDir + "/audio";
+    return o.reportDir.empty() ? Utf8FromPath(fs::absolute(kSpeechFolder)) : o.reportDir + "/audio";
 }
 
 /// Says where the crew's audio went, or why there is none.
@@ -149,11 +157,13 @@ bool installPlugins(simhost::Host& host, const Options& o, const Resources& r,
     if (!o.noKalvora && !install(o.kalvora, dataFolder(o, r))) return false;
     for (const std::string& p : o.plugins) {
         std::error_code ec;
-        if (!o.noKalvora && fs::equivalent(p, o.kalvora, ec)) continue; // Kalvora is in already
+        if (!o.noKalvora && fs::equivalent(PathFromUtf8(p), PathFromUtf8(o.kalvora), ec))
+            continue; // Kalvora is in already
         if (!install(p, "")) return false;
     }
     if (!o.xplaneDir.empty() &&
-        host.installPluginsFolder((fs::path(o.xplaneDir) / "Resources" / "plugins").string(), &error) < 0) {
+        host.installPluginsFolder(Utf8FromPath(PathFromUtf8(o.xplaneDir) / "Resources" / "plugins"), &error) <
+            0) {
         std::cerr << "kalvora-sim: " << o.xplaneDir << " is no X-Plane folder: " << error << "\n";
         return false;
     }
@@ -221,9 +231,9 @@ int run(const Options& o, const Resources& r, const std::vector<TimedAction>& ac
               << host.frameCount() << " frames) ---\n"
               << transcript.str();
     if (!o.reportDir.empty()) {
-        std::ofstream(o.reportDir + "/transcript.txt") << transcript.str();
-        std::ofstream(o.reportDir + "/Log.txt") << host.logText();
-        std::ofstream(o.reportDir + "/menus.txt") << host.menuTree();
+        std::ofstream(PathFromUtf8(o.reportDir + "/transcript.txt")) << transcript.str();
+        std::ofstream(PathFromUtf8(o.reportDir + "/Log.txt")) << host.logText();
+        std::ofstream(PathFromUtf8(o.reportDir + "/menus.txt")) << host.menuTree();
         std::cout << "report written to " << o.reportDir << "/\n";
     }
     tellSpeech(ho.speechWavDir);
@@ -260,10 +270,27 @@ int runNamedScenario(const Options& o, const Resources& r) {
     return summary.loaded && summary.error.empty() ? 0 : 1;
 }
 
+/// The command line in UTF-8, the program first (Windows hands main() the ANSI code page's text).
+std::vector<std::string> arguments(int argc, char** argv) {
+#ifdef _WIN32
+    std::vector<std::string> args;
+    int count = 0;
+    if (wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count)) {
+        for (int i = 0; i < count; ++i)
+            args.push_back(HV_FileUtils::Utf8FromWide(wide[i]));
+        LocalFree(wide);
+        return args;
+    }
+#endif
+    return std::vector<std::string>(argv, argv + argc);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    std::vector<std::string> args(argv + 1, argv + argc);
+    std::vector<std::string> args = arguments(argc, argv);
+    const std::string program = args.empty() ? std::string() : args.front();
+    if (!args.empty()) args.erase(args.begin());
     std::vector<TimedAction> actions;
     std::string error;
     if (!simhost::cli::extractActions(args, actions, &error)) {
@@ -271,7 +298,7 @@ int main(int argc, char** argv) {
         return 1;
     }
 
-    const Resources resources = findResources(argv[0]);
+    const Resources resources = findResources(program);
     Options o;
     o.kalvora = resources.kalvora;
     CLI::App app{
@@ -322,9 +349,9 @@ int main(int argc, char** argv) {
     }
     // While it runs, the process works in the host's X-Plane folder: paths are taken from here first.
     for (std::string* path : {&o.kalvora, &o.dataDir, &o.xplaneDir, &o.reportDir, &o.renderDir})
-        if (!path->empty()) *path = fs::absolute(*path).string();
+        if (!path->empty()) *path = Utf8FromPath(fs::absolute(PathFromUtf8(*path)));
     for (std::string& p : o.plugins)
-        p = fs::absolute(p).string();
+        p = Utf8FromPath(fs::absolute(PathFromUtf8(p)));
     o.aircraftGiven = aircraftOption->count() > 0;
     o.headingGiven = headingOption->count() > 0;
     if (!o.scenario.empty()) {

@@ -1,5 +1,6 @@
 // Reading aircraft profiles.
 #include "AircraftProfile.h"
+#include "utils/Utf8Path.h"
 
 #include <cmath>
 #include <fstream>
@@ -99,7 +100,7 @@ bool loadAircraftProfile(const std::string& nameOrPath, const std::string& dir, 
     std::string path = nameOrPath;
     if (path.find('/') == std::string::npos)
         path = (dir.empty() ? std::string(SIMHOST_AIRCRAFT_DIR) : dir) + "/" + path + ".acp";
-    std::ifstream f(path);
+    std::ifstream f(HV_FileUtils::PathFromUtf8(path));
     if (!f) {
         if (error) *error = "cannot read aircraft profile " + path;
         return false;

@@ -6,6 +6,7 @@
 #include "HostInternal.h"
 
 #include "XPLMUtilities.h"
+#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <cstring>
@@ -23,9 +24,9 @@ const char* kindName(int type) {
 
 /// The file a relative data-file path names, inside the X-Plane folder; empty when it would leave it.
 std::string dataFilePath(const HostCore& c, const char* relative) {
-    const fs::path p = fs::path(relative).lexically_normal();
+    const fs::path p = HV_FileUtils::PathFromUtf8(relative).lexically_normal();
     if (p.empty() || p.is_absolute() || *p.begin() == "..") return "";
-    return c.sandbox + p.generic_string();
+    return c.sandbox + HV_FileUtils::Utf8FromPath(p);
 }
 
 } // namespace
@@ -45,8 +46,9 @@ int XPLMGetDirectoryContents(const char* inDirectoryPath, int inFirstReturn, cha
     if (!inDirectoryPath || !outFileNames || inFileNameBufSize <= 0) return 0;
     std::vector<std::string> names;
     std::error_code ec;
-    for (fs::directory_iterator it(inDirectoryPath, ec), end; !ec && it != end; it.increment(ec))
-        names.push_back(it->path().filename().string());
+    for (fs::directory_iterator it(HV_FileUtils::PathFromUtf8(inDirectoryPath), ec), end; !ec && it != end;
+         it.increment(ec))
+        names.push_back(HV_FileUtils::Utf8FromPath(it->path().filename()));
     if (ec) return 0;
     std::sort(names.begin(), names.end()); // the file system's order is arbitrary; a sorted one is stable
     if (outTotalFiles) *outTotalFiles = static_cast<int>(names.size());
@@ -84,7 +86,7 @@ int XPLMLoadDataFile(XPLMDataFileType inFileType, const char* inFilePath) {
     }
     const std::string path = dataFilePath(*c, inFilePath);
     std::error_code ec;
-    const bool ok = !path.empty() && fs::is_regular_file(path, ec);
+    const bool ok = !path.empty() && fs::is_regular_file(HV_FileUtils::PathFromUtf8(path), ec);
     record("datafile",
            std::string("load ") + kindName(inFileType) + " " + inFilePath + (ok ? "" : " (no such file)"));
     return ok ? 1 : 0;
@@ -99,8 +101,8 @@ int XPLMSaveDataFile(XPLMDataFileType inFileType, const char* inFilePath) {
     std::error_code ec;
     bool ok = !path.empty();
     if (ok) {
-        fs::create_directories(fs::path(path).parent_path(), ec);
-        std::ofstream f(path, std::ios::trunc);
+        fs::create_directories(HV_FileUtils::PathFromUtf8(path).parent_path(), ec);
+        std::ofstream f(HV_FileUtils::PathFromUtf8(path), std::ios::trunc);
         f << "simhost " << kindName(inFileType) << ": aircraft " << c->aircraft.type << ", sim time "
           << c->simTime << " s\n";
         ok = static_cast<bool>(f);

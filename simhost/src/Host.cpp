@@ -4,6 +4,7 @@
 #include "AircraftProfile.h"
 #include "TempFolder.h"
 #include "graphics/GraphicsHooks.h"
+#include "utils/Utf8Path.h"
 
 #include "XPLMCamera.h"
 #include "XPLMDataAccess.h"
@@ -20,6 +21,8 @@
 #include <thread>
 
 namespace fs = std::filesystem;
+using HV_FileUtils::PathFromUtf8; // simhost keeps paths as X-Plane hands them out: UTF-8
+using HV_FileUtils::Utf8FromPath;
 
 namespace simhost {
 
@@ -40,23 +43,23 @@ std::string makeSandbox(const HostOptions& opt, bool& temp) {
     std::string dir = opt.sandboxDir;
     temp = dir.empty();
     if (temp) dir = makeTempFolder("simhost-");
-    dir = fs::absolute(dir).string();
+    dir = Utf8FromPath(fs::absolute(PathFromUtf8(dir)));
     if (dir.back() != '/') dir += '/';
     return dir;
 }
 
 /// A path given to the control API: relative ones are taken from where the host was created.
 std::string fromLaunchDir(const HostCore& c, const std::string& path) {
-    if (path.empty() || fs::path(path).is_absolute()) return path;
-    return (fs::path(c.launchDir) / path).lexically_normal().string();
+    if (path.empty() || PathFromUtf8(path).is_absolute()) return path;
+    return Utf8FromPath((PathFromUtf8(c.launchDir) / PathFromUtf8(path)).lexically_normal());
 }
 
 void layOutSandbox(HostCore& c) {
-    fs::create_directories(c.sandbox + "Resources/plugins");
-    fs::create_directories(c.sandbox + "Output/preferences");
+    fs::create_directories(PathFromUtf8(c.sandbox + "Resources/plugins"));
+    fs::create_directories(PathFromUtf8(c.sandbox + "Output/preferences"));
     const std::string acf = c.sandbox + "Aircraft/" + c.aircraft.type;
-    fs::create_directories(acf);
-    std::ofstream(acf + "/" + c.aircraft.type + ".acf")
+    fs::create_directories(PathFromUtf8(acf));
+    std::ofstream(PathFromUtf8(acf + "/" + c.aircraft.type + ".acf"))
         << "A\n1000 Version\nACF placeholder for " << c.aircraft.name << "\n";
 }
 
@@ -82,24 +85,24 @@ Host::Host(HostOptions options) : impl_(new Impl) {
     HostCore& c = impl_->core;
     if (!(options.fps >= kMinFps && options.fps <= kMaxFps)) options.fps = 60;
     std::error_code here;
-    c.launchDir = fs::current_path(here).string();
-    if (here) c.launchDir = fs::temp_directory_path(here).string(); // the working directory was removed
+    c.launchDir = Utf8FromPath(fs::current_path(here));
+    if (here) c.launchDir = Utf8FromPath(fs::temp_directory_path(here)); // the working directory was removed
     for (std::string* dir : {&options.speechWavDir, &options.aircraftDir})
-        if (!dir->empty()) *dir = fs::absolute(*dir).string();
+        if (!dir->empty()) *dir = Utf8FromPath(fs::absolute(PathFromUtf8(*dir)));
     c.opt = options;
     std::string why;
     if (!loadAircraftProfile(options.aircraft, options.aircraftDir, c.aircraft, &why))
         throw std::runtime_error("simhost: " + why);
     c.sandbox = makeSandbox(options, c.tempSandbox);
     layOutSandbox(c);
-    c.log = std::fopen((c.sandbox + "Log.txt").c_str(), "w");
+    c.log = HV_FileUtils::OpenFile((c.sandbox + "Log.txt").c_str(), "w");
     gHost = this;
     setCore(&c);
     writeLog("Log.txt for X-Plane " + std::to_string(options.xplaneVersion) + " (simhost, XPLM " +
              std::to_string(options.xplmVersion) + ")\n");
     // Plug-ins open files relative to the X-Plane folder, X-Plane's working directory.
     std::error_code cwd;
-    fs::current_path(c.sandbox, cwd);
+    fs::current_path(PathFromUtf8(c.sandbox), cwd);
     if (cwd)
         writeLog("simhost: cannot make " + c.sandbox + " the working directory: " + cwd.message() + "\n");
     installSimDataRefs(c);
@@ -126,10 +129,10 @@ Host::~Host() {
     setCore(nullptr);
     gHost = nullptr;
     std::error_code cwd;
-    fs::current_path(c.launchDir, cwd);
+    fs::current_path(PathFromUtf8(c.launchDir), cwd);
     if (c.tempSandbox) {
         std::error_code ec;
-        fs::remove_all(c.sandbox, ec);
+        fs::remove_all(PathFromUtf8(c.sandbox), ec);
     }
 }
 
@@ -582,7 +585,7 @@ std::vector<std::string> Host::transcriptTexts(const std::string& kind) const {
 }
 
 std::string Host::logText() const {
-    std::ifstream f(impl_->core.sandbox + "Log.txt");
+    std::ifstream f(PathFromUtf8(impl_->core.sandbox + "Log.txt"));
     std::stringstream s;
     s << f.rdbuf();
     return s.str();

@@ -3,6 +3,7 @@
 // XPluginStart/Enable/Disable/Stop, messages between plug-ins.
 #include "HostInternal.h"
 #include "SharedLibrary.h"
+#include "utils/Utf8Path.h"
 
 #include "XPLMPlugin.h"
 
@@ -11,6 +12,8 @@
 #include <filesystem>
 
 namespace fs = std::filesystem;
+using HV_FileUtils::PathFromUtf8; // paths in simhost's strings are UTF-8, as X-Plane hands them out
+using HV_FileUtils::Utf8FromPath;
 
 namespace simhost::detail {
 
@@ -99,7 +102,7 @@ constexpr const char* kFat64File = "lin.xpl";
 constexpr const char* kFat64Folder = "64";
 
 fs::path pluginsFolder(const HostCore& c) {
-    return fs::path(c.sandbox) / "Resources" / "plugins";
+    return PathFromUtf8(c.sandbox) / "Resources" / "plugins";
 }
 
 /// The .xpl X-Plane loads from an entry of a plug-ins folder: the entry itself when it is a .xpl file;
@@ -109,7 +112,8 @@ fs::path pluginFileIn(const fs::path& entry) {
     std::error_code ec;
     if (fs::is_regular_file(entry, ec)) return entry.extension() == ".xpl" ? entry : fs::path();
     const fs::path platform = entry / kPlatformFolder;
-    const fs::path named = platform / (entry.filename().string() + ".xpl");
+    fs::path named = platform / entry.filename();
+    named += ".xpl";
     if (fs::is_regular_file(named, ec)) return named;
     std::vector<fs::path> others;
     for (const auto& f : fs::directory_iterator(platform, ec))
@@ -123,9 +127,9 @@ fs::path pluginFileIn(const fs::path& entry) {
 /// (the same plug-in installed twice: dlopen loads the second copy afresh).
 fs::path freeName(const fs::path& dir, const std::string& stem, const std::string& extension) {
     std::error_code ec;
-    fs::path at = dir / (stem + extension);
+    fs::path at = dir / PathFromUtf8(stem + extension);
     for (int n = 2; fs::exists(at, ec); ++n)
-        at = dir / (stem + "-" + std::to_string(n) + extension);
+        at = dir / PathFromUtf8(stem + "-" + std::to_string(n) + extension);
     return at;
 }
 
@@ -138,11 +142,11 @@ fs::path installFiles(HostCore& c, const fs::path& src, const fs::path& dataDir,
         // A plug-in folder goes in whole, in whatever fat layout it has.
         const fs::path xpl = pluginFileIn(src);
         if (xpl.empty()) {
-            why = std::string("no ") + kPlatformFolder + "/" + src.filename().string() + ".xpl or " +
+            why = std::string("no ") + kPlatformFolder + "/" + Utf8FromPath(src.filename()) + ".xpl or " +
                   kFat64Folder + "/" + kFat64File + " in the plug-in folder";
             return {};
         }
-        const fs::path dst = freeName(dir, src.filename().string(), "");
+        const fs::path dst = freeName(dir, Utf8FromPath(src.filename()), "");
         fs::copy(src, dst, fs::copy_options::recursive, ec);
         if (ec) why = "cannot copy into the sandbox: " + ec.message();
         return ec ? fs::path() : dst / xpl.lexically_relative(src);
@@ -152,12 +156,12 @@ fs::path installFiles(HostCore& c, const fs::path& src, const fs::path& dataDir,
         return {};
     }
     if (!dataDir.empty() && !fs::is_directory(dataDir, ec)) {
-        why = "no data folder " + dataDir.string();
+        why = "no data folder " + Utf8FromPath(dataDir);
         return {};
     }
     // The data folder: the one named, else the one beside the file, if any.
     const fs::path data = dataDir.empty() ? src.parent_path() / src.stem() : dataDir;
-    const std::string stem = src.stem().string();
+    const std::string stem = Utf8FromPath(src.stem());
     fs::path xpl, dataDst;
     if (layout == PluginLayout::Flat) {
         xpl = freeName(dir, stem, ".xpl");
@@ -182,11 +186,11 @@ fs::path installFiles(HostCore& c, const fs::path& src, const fs::path& dataDir,
 
 /// Loads an installed .xpl and finds its entry points (not started yet); nullptr with *why.
 PluginRec* openPlugin(HostCore& c, const fs::path& xpl, std::string& why) {
-    void* dl = openLibrary(xpl.string(), &why);
+    void* dl = openLibrary(Utf8FromPath(xpl), &why);
     if (!dl) return nullptr;
     PluginRec& p = newRecord(c);
     p.dl = dl;
-    p.path = nativePath(xpl.string());
+    p.path = nativePath(Utf8FromPath(xpl));
     p.xStart = reinterpret_cast<int (*)(char*, char*, char*)>(librarySymbol(dl, "XPluginStart"));
     p.xStop = reinterpret_cast<void (*)()>(librarySymbol(dl, "XPluginStop"));
     p.xEnable = reinterpret_cast<int (*)()>(librarySymbol(dl, "XPluginEnable"));
@@ -224,7 +228,7 @@ int failLoad(const std::string& path, const std::string& why, std::string* error
 int loadPluginFile(HostCore& c, const std::string& path, const std::string& dataDir, PluginLayout layout,
                    std::string* error) {
     std::string why;
-    const fs::path xpl = installFiles(c, path, dataDir, layout, why);
+    const fs::path xpl = installFiles(c, PathFromUtf8(path), PathFromUtf8(dataDir), layout, why);
     if (xpl.empty()) return failLoad(path, why, error);
     PluginRec* p = openPlugin(c, xpl, why);
     if (!p || !startOpened(c, *p, why)) return failLoad(path, why, error);
@@ -235,25 +239,25 @@ int loadPluginFile(HostCore& c, const std::string& path, const std::string& data
 std::string installPlugin(HostCore& c, const std::string& path, const std::string& dataDir,
                           PluginLayout layout, std::string* error) {
     std::string why;
-    const fs::path xpl = installFiles(c, path, dataDir, layout, why);
+    const fs::path xpl = installFiles(c, PathFromUtf8(path), PathFromUtf8(dataDir), layout, why);
     if (xpl.empty() && error) *error = why;
-    return xpl.string();
+    return Utf8FromPath(xpl);
 }
 
 int installPluginsFolder(HostCore& c, const std::string& pluginsDir, std::string* error) {
     std::error_code ec;
-    if (!fs::is_directory(pluginsDir, ec)) {
+    if (!fs::is_directory(PathFromUtf8(pluginsDir), ec)) {
         if (error) *error = "no plug-ins folder " + pluginsDir;
         return -1;
     }
     int installed = 0;
-    for (const auto& entry : fs::directory_iterator(pluginsDir, ec)) {
+    for (const auto& entry : fs::directory_iterator(PathFromUtf8(pluginsDir), ec)) {
         const fs::path& e = entry.path();
         if (pluginFileIn(e).empty()) continue; // a flat plug-in's data folder goes in with its .xpl
         std::string why;
         if (installFiles(c, e, {}, PluginLayout::Flat, why).empty()) {
-            writeLog("simhost: cannot install " + e.string() + ": " + why + "\n");
-            if (error) *error += e.string() + ": " + why + "\n";
+            writeLog("simhost: cannot install " + Utf8FromPath(e) + ": " + why + "\n");
+            if (error) *error += Utf8FromPath(e) + ": " + why + "\n";
             continue;
         }
         ++installed;
@@ -271,8 +275,9 @@ std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors) {
     std::vector<PluginRec*> started;
     for (const fs::path& e : entries) {
         const fs::path xpl = pluginFileIn(e);
-        const bool loaded = std::any_of(c.plugins.begin(), c.plugins.end(),
-                                        [&](const auto& p) { return p->alive && p->path == nativePath(xpl.string()); });
+        const bool loaded = std::any_of(c.plugins.begin(), c.plugins.end(), [&](const auto& p) {
+            return p->alive && p->path == nativePath(Utf8FromPath(xpl));
+        });
         if (xpl.empty() || loaded) continue;
         std::string why;
         PluginRec* p = openPlugin(c, xpl, why);
@@ -280,8 +285,8 @@ std::vector<int> startInstalledPlugins(HostCore& c, std::string* errors) {
             started.push_back(p);
             continue;
         }
-        failLoad(xpl.string(), why, nullptr);
-        if (errors) *errors += xpl.string() + ": " + why + "\n";
+        failLoad(Utf8FromPath(xpl), why, nullptr);
+        if (errors) *errors += Utf8FromPath(xpl) + ": " + why + "\n";
     }
     // Every plug-in is started before the first is enabled: one may publish datarefs in XPluginStart that
     // another finds in XPluginEnable.

@@ -12,6 +12,7 @@
 
 #include "XPLMInstance.h"
 #include "XPLMScenery.h"
+#include "utils/Utf8Path.h"
 
 #include <cmath>
 #include <filesystem>
@@ -28,7 +29,8 @@ constexpr size_t kMaxInstanceDatarefs = 256; ///< names accepted in one instance
 
 /// Absolute path of an OBJ named relative to the X-Plane folder (or absolute).
 std::string resolve(const HostCore& c, const std::string& path) {
-    if (!path.empty() && (path[0] == '/' || fs::path(path).is_absolute())) return path; // also "C:\\..."
+    if (!path.empty() && (path[0] == '/' || HV_FileUtils::PathFromUtf8(path).is_absolute()))
+        return path; // also "C:\\..."
     std::string p = path;
     if (p.rfind("./", 0) == 0) p.erase(0, 2);
     return c.sandbox + p;
@@ -38,7 +40,7 @@ std::string resolve(const HostCore& c, const std::string& path) {
 /// in LF, CR LF or a lone CR (files written with "A" order often use CR only).
 bool looksLikeObj(const std::string& path) {
     constexpr size_t kHeaderBytes = 64; // the three header lines fit in far fewer
-    std::ifstream f(path, std::ios::binary);
+    std::ifstream f(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
     std::string head(kHeaderBytes, '\0');
     f.read(&head[0], static_cast<std::streamsize>(head.size()));
     head.resize(static_cast<size_t>(f.gcount()));
@@ -75,7 +77,7 @@ InstanceRec* validInstance(void* handle) {
 ObjectRec* load(HostCore& c, const std::string& inPath, int owner) {
     const std::string path = resolve(c, inPath);
     std::error_code ec;
-    if (!fs::is_regular_file(path, ec) || !looksLikeObj(path)) {
+    if (!fs::is_regular_file(HV_FileUtils::PathFromUtf8(path), ec) || !looksLikeObj(path)) {
         writeLog("simhost: cannot load object " + path + "\n");
         return nullptr;
     }

@@ -1,4 +1,5 @@
 #include "SceneryLibrary.h"
+#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -17,7 +18,8 @@ std::vector<fs::path> packages(const std::string& root) {
     for (const char* area : {"Custom Scenery", "Resources/default scenery"}) {
         std::vector<fs::path> here;
         std::error_code ec;
-        for (const fs::directory_entry& e : fs::directory_iterator(fs::path(root) / area, ec))
+        for (const fs::directory_entry& e :
+             fs::directory_iterator(HV_FileUtils::PathFromUtf8(root) / area, ec))
             if (e.is_directory(ec)) here.push_back(e.path());
         std::sort(here.begin(), here.end());
         found.insert(found.end(), here.begin(), here.end());
@@ -46,7 +48,9 @@ std::vector<std::string> lookupLibrary(const std::string& root, const std::strin
     for (const fs::path& package : packages(root)) {
         std::ifstream in(package / "library.txt");
         if (!in) continue;
-        const std::string prefix = fs::relative(package, root).generic_string() + "/";
+        const std::string prefix =
+            slashes(HV_FileUtils::Utf8FromPath(fs::relative(package, HV_FileUtils::PathFromUtf8(root)))) +
+            "/";
         std::vector<std::string> packageExports;
         std::string line;
         while (std::getline(in, line)) {

@@ -1,6 +1,8 @@
 // dlopen/dlsym and LoadLibraryW/GetProcAddress.
 #include "SharedLibrary.h"
 
+#include "utils/Utf8Path.h"
+
 #include <algorithm>
 
 #ifdef _WIN32
@@ -15,14 +17,6 @@ namespace simhost::detail {
 
 namespace {
 
-std::wstring wide(const std::string& utf8) {
-    const int n = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, nullptr, 0);
-    std::wstring out(n > 0 ? static_cast<size_t>(n) : 1, L'\0');
-    if (n > 0) MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, &out[0], n);
-    out.pop_back(); // the terminator
-    return out;
-}
-
 /// Any address inside this library, to find its module handle.
 void anchor() {}
 
@@ -30,7 +24,7 @@ void anchor() {}
 
 void* openLibrary(const std::string& path, std::string* why) {
     // The plug-in's own folder is searched for the DLLs it needs, as X-Plane does.
-    HMODULE module = LoadLibraryExW(wide(nativePath(path)).c_str(), nullptr,
+    HMODULE module = LoadLibraryExW(HV_FileUtils::WideFromUtf8(nativePath(path)).c_str(), nullptr,
                                     LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
     if (!module && why) *why = "LoadLibrary failed with error " + std::to_string(GetLastError());
     return reinterpret_cast<void*>(module);

@@ -7,6 +7,7 @@
 #include "HostInternal.h"
 
 #include "XPLMSound.h"
+#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -63,7 +64,7 @@ void put16(std::ofstream& f, uint16_t v) {
 
 /// Writes 16-bit PCM as a WAV file. False when the file cannot be written.
 bool writeWav(const std::string& path, const void* pcm, uint32_t bytes, int rateHz, int channels) {
-    std::ofstream f(path, std::ios::binary);
+    std::ofstream f(HV_FileUtils::PathFromUtf8(path), std::ios::binary);
     if (!f) return false;
     f.write("RIFF", 4);
     put32(f, 36 + bytes);

@@ -1,6 +1,8 @@
 // mkdtemp under TMPDIR (or /tmp), and on Windows a random name under the user's temporary folder.
 #include "TempFolder.h"
 
+#include "utils/Utf8Path.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <random>
@@ -20,9 +22,9 @@ std::string makeTempFolder(const std::string& prefix) {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         const fs::path dir = base / (prefix + std::to_string(random() % kSuffix));
         std::error_code ec;
-        if (fs::create_directory(dir, ec)) return dir.string();
+        if (fs::create_directory(dir, ec)) return HV_FileUtils::Utf8FromPath(dir);
     }
-    throw std::runtime_error("simhost: cannot create a folder in " + base.string());
+    throw std::runtime_error("simhost: cannot create a folder in " + HV_FileUtils::Utf8FromPath(base));
 }
 
 #else

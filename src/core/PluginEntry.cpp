@@ -30,6 +30,7 @@
 #include "truck/TruckMovement.h"
 #include "utils/FileUtils.h"
 #include "utils/HV_Properties.h"
+#include "utils/Utf8Path.h"
 
 #include <cstdio>
 #include <exception>
@@ -121,7 +122,7 @@ void AskForNativePaths() {
 void OpenLog() {
     logFilePath = PathOfKind(kPluginFolderKind) + "Kalvora.log";
     if (gLogFile.is_open()) gLogFile.close(); // a host that keeps the library between loads
-    gLogFile.open(OpenablePath(logFilePath), std::ios::out | std::ios::trunc);
+    gLogFile.open(HV_FileUtils::PathFromUtf8(OpenablePath(logFilePath)), std::ios::out | std::ios::trunc);
     KLVlog = gLogFile.is_open() ? static_cast<std::ostream*>(&gLogFile) : &gNoLog;
     if (!gLogFile.is_open()) DebugLine("cannot write its log " + logFilePath);
 }

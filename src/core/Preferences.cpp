@@ -2,6 +2,7 @@
 
 #include "XPLMDefs.h"
 #include "utils/HV_Properties.h"
+#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <cctype>
@@ -217,7 +218,7 @@ void StorePreferences(HV_Properties& prefs) {
 
 bool PrefFileExist(const char* path) {
     if (path == nullptr) return false;
-    std::FILE* file = std::fopen(path, "r");
+    std::FILE* file = HV_FileUtils::OpenFile(path, "r");
     if (file == nullptr) return false;
     std::fclose(file);
     return true;

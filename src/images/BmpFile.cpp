@@ -1,6 +1,7 @@
 // 24-bit uncompressed BMP: reader and writer.
 #include "images/ImageFiles.h"
 #include "images/ImageReading.h"
+#include "utils/Utf8Path.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -60,7 +61,7 @@ int CreateBitmapFromFile(const char* path, ImageInfo* info) {
 
 int WriteBitmapToFile(const ImageInfo* info, const char* path) {
     errno = 0;
-    std::FILE* f = std::fopen(path, "wb");
+    std::FILE* f = HV_FileUtils::OpenFile(path, "wb");
     if (!f) return FailureStatus();
     const uint32_t rowBytes = static_cast<uint32_t>(info->width * 3 + info->pad);
     const uint32_t dataBytes = rowBytes * static_cast<uint32_t>(info->height);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "images/Bitmap.h"
+#include "utils/Utf8Path.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -46,7 +47,7 @@ inline int ReadPixels(std::FILE* f, ImageInfo* info, long width, long height, lo
 template <typename Reader> int ReadImageFile(const char* path, ImageInfo* info, Reader read) {
     errno = 0;
     info->data = nullptr;
-    std::FILE* f = std::fopen(path, "rb");
+    std::FILE* f = HV_FileUtils::OpenFile(path, "rb");
     if (!f) return FailureStatus();
     const int status = read(f, info);
     std::fclose(f);

@@ -2,6 +2,7 @@
 // corrected for a display gamma of 1.8.
 #include "images/ImageFiles.h"
 #include "images/ImageReading.h"
+#include "utils/Utf8Path.h"
 
 #include <png.h>
 
@@ -37,7 +38,7 @@ void IgnorePngWarning(png_structp, png_const_charp) {}
 
 /// Reads the whole file into a malloc'ed buffer; null on failure.
 unsigned char* ReadWholeFile(const char* path, size_t* size) {
-    std::FILE* f = std::fopen(path, "rb");
+    std::FILE* f = HV_FileUtils::OpenFile(path, "rb");
     if (!f) return nullptr;
     long bytes = kalvora_images::BytesLeft(f);
     unsigned char* buf =

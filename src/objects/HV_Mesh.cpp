@@ -9,6 +9,7 @@
 
 #include "XPLMGraphics.h"
 #include "XPLMUtilities.h"
+#include "utils/Utf8Path.h"
 
 #include <GL/gl.h>
 
@@ -25,7 +26,7 @@ void Log(const std::string& line) {
 }
 
 bool FileExists(const std::string& path) {
-    std::FILE* f = std::fopen(path.c_str(), "rb");
+    std::FILE* f = HV_FileUtils::OpenFile(path.c_str(), "rb");
     if (!f) return false;
     std::fclose(f);
     return true;
@@ -33,9 +34,9 @@ bool FileExists(const std::string& path) {
 
 /// Copies `from` to `to` byte for byte; false when either file cannot be used.
 bool CopyFile(const std::string& from, const std::string& to) {
-    std::ifstream in(from, std::ios::binary);
+    std::ifstream in(HV_FileUtils::PathFromUtf8(from), std::ios::binary);
     if (!in) return false;
-    std::ofstream out(to, std::ios::binary | std::ios::trunc);
+    std::ofstream out(HV_FileUtils::PathFromUtf8(to), std::ios::binary | std::ios::trunc);
     if (!out) return false;
     out << in.rdbuf();
     out.flush();

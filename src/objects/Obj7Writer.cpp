@@ -8,6 +8,7 @@
 
 #include "objects/ReplaceFile.h"
 #include "objects/TextScanners.h"
+#include "utils/Utf8Path.h"
 
 #include <cmath>
 #include <cstdio>
@@ -130,7 +131,7 @@ bool XObjWrite(const char* path, const XObj& obj) {
     text += "end\r";
 
     return ReplaceFile(path, [&text](const char* temp) {
-        std::FILE* f = std::fopen(temp, "wb");
+        std::FILE* f = HV_FileUtils::OpenFile(temp, "wb");
         if (!f) return false;
         const bool written = std::fwrite(text.data(), 1, text.size(), f) == text.size();
         return std::fclose(f) == 0 && written;

@@ -5,6 +5,7 @@
 #include "objects/Obj8Writer.h"
 
 #include "objects/ReplaceFile.h"
+#include "utils/Utf8Path.h"
 
 #include <cstdio>
 
@@ -64,7 +65,7 @@ void WriteCommand(std::FILE* f, const XObj8& obj, const XObjCmd8& cmd) {
 
 bool XObj8Write(const char* path, const XObj8& obj) {
     if (path == nullptr) return false;
-    std::FILE* f = std::fopen(path, "w");
+    std::FILE* f = HV_FileUtils::OpenFile(path, "w");
     if (!f) return false;
 
     std::fprintf(f, "%c\r800\rOBJ\r\r", 'A');

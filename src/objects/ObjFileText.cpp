@@ -2,6 +2,7 @@
 #include "objects/ObjFileText.h"
 
 #include "objects/TextScanners.h"
+#include "utils/Utf8Path.h"
 
 #include <cmath>
 #include <cstdint>
@@ -13,7 +14,7 @@
 bool LoadObjText(const char* path, std::vector<unsigned char>& text) {
     text.clear();
     if (path == nullptr) return false;
-    std::FILE* f = std::fopen(path, "rb");
+    std::FILE* f = HV_FileUtils::OpenFile(path, "rb");
     if (!f) return false;
     long size = -1;
     if (std::fseek(f, 0, SEEK_END) == 0) size = std::ftell(f);

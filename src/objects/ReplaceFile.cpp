@@ -2,6 +2,7 @@
 #include "objects/ReplaceFile.h"
 
 #include "utils/FileReplace.h"
+#include "utils/Utf8Path.h"
 
 #include <cstdio>
 #include <string>
@@ -11,7 +12,7 @@ bool ReplaceFile(const char* path, const std::function<bool(const char* tempPath
     const std::string temp = HV_FileUtils::MakeTemporaryBeside(path);
     if (temp.empty()) return false;
     if (!write(temp.c_str()) || !HV_FileUtils::RenameOver(temp, path)) {
-        std::remove(temp.c_str());
+        HV_FileUtils::RemoveFile(temp.c_str());
         return false;
     }
     return true;

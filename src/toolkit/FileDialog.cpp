@@ -12,6 +12,7 @@
 #include "toolkit/Window.h"
 #include "utils/FileUtils.h"
 #include "utils/HV_LOGUtils.h"
+#include "utils/Utf8Path.h"
 
 namespace fs = std::filesystem;
 
@@ -60,8 +61,9 @@ std::string WithSeparator(std::string folder) {
 std::vector<Entry> ListFolder(const std::string& folder, const std::string& pattern) {
     std::vector<Entry> folders, files;
     std::error_code error;
-    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-        const std::string name = it->path().filename().string();
+    for (fs::directory_iterator it(HV_FileUtils::PathFromUtf8(folder), error), end; !error && it != end;
+         it.increment(error)) {
+        const std::string name = HV_FileUtils::Utf8FromPath(it->path().filename());
         if (name.empty() || name[0] == '.') continue;
         std::error_code kindError;
         if (it->is_directory(kindError))
@@ -138,7 +140,8 @@ private:
             std::string current = folder_;
             while (current.size() > 1 && current.back() == '/')
                 current.pop_back();
-            folder_ = WithSeparator(fs::path(current).parent_path().string());
+            folder_ =
+                WithSeparator(HV_FileUtils::Utf8FromPath(HV_FileUtils::PathFromUtf8(current).parent_path()));
         } else {
             folder_ = WithSeparator(folder_ + entry.name);
         }

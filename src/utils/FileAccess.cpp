@@ -1,5 +1,6 @@
 // File helpers that need no host: colon paths, existence, appending, file-type tables.
 #include "utils/FileUtils.h"
+#include "utils/Utf8Path.h"
 
 #include <cctype>
 #include <cstdio>
@@ -55,7 +56,7 @@ const char* TranslateXCodePath(const char* path) {
 
 bool FileExisting(const char* path) {
     if (!path) return false;
-    FILE* file = fopen(path, "r");
+    FILE* file = OpenFile(path, "r");
     if (!file) return false;
     fclose(file);
     return true;
@@ -63,7 +64,7 @@ bool FileExisting(const char* path) {
 
 bool Add2File(const char* path, const char* bytes, long count) {
     if (!path || !*path) return false;
-    FILE* file = fopen(path, "ab");
+    FILE* file = OpenFile(path, "ab");
     if (!file) return false;
     if (bytes && count > 0) fwrite(bytes, 1, static_cast<size_t>(count), file);
     fclose(file);

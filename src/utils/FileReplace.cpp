@@ -1,12 +1,17 @@
 // The platform calls behind replacing a file: POSIX (mkstemp, fchmod, fsync, rename) and
-// Windows (_commit, MoveFileExW, whose paths are UTF-16: X-Plane's paths are UTF-8).
+// Windows (_wopen, _wchmod, _commit, MoveFileExW: the wide-character calls, for UTF-8 paths).
 #include "utils/FileReplace.h"
+
+#include "utils/Utf8Path.h"
 
 #include <cstdlib>
 #include <sys/stat.h>
 
 #ifdef _WIN32
+#include <cerrno>
+#include <fcntl.h>
 #include <io.h>
+#include <random>
 #include <windows.h>
 #else
 #include <unistd.h>
@@ -20,13 +25,35 @@ namespace {
 constexpr int kPermissionBits = 07777;
 
 #ifdef _WIN32
-std::wstring Wide(const std::string& utf8) {
-    const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, nullptr, 0);
-    if (length <= 0) return std::wstring();
-    std::wstring wide(static_cast<size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.c_str(), -1, &wide[0], length);
-    wide.pop_back(); // the terminator MultiByteToWideChar counted
-    return wide;
+/// Names tried before a temporary is given up (each clash is another file of the same name).
+constexpr int kCreateAttempts = 100;
+
+/// mkstemp for a UTF-8 pattern (mingw's reads the ANSI code page): the last kTemporaryRandomChars
+/// characters are replaced until a new file can be created; its descriptor, or -1.
+int CreateUniqueFile(std::string& pattern) {
+    static const char kNameChars[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+    std::random_device random;
+    const size_t first = pattern.size() - kTemporaryRandomChars;
+    for (int attempt = 0; attempt < kCreateAttempts; ++attempt) {
+        for (size_t i = first; i < pattern.size(); ++i)
+            pattern[i] = kNameChars[random() % (sizeof kNameChars - 1)];
+        const int fd = _wopen(WideFromUtf8(pattern).c_str(), _O_CREAT | _O_EXCL | _O_RDWR | _O_BINARY,
+                              _S_IREAD | _S_IWRITE);
+        if (fd >= 0 || errno != EEXIST) return fd;
+    }
+    return -1;
+}
+
+/// The permission bits of the file at path, or kNewFilePermissions when there is none.
+int PermissionsOf(const std::string& path) {
+    struct _stat64 old {};
+    return _wstat64(WideFromUtf8(path).c_str(), &old) == 0 ? (old.st_mode & kPermissionBits)
+                                                           : kNewFilePermissions;
+}
+#else
+int PermissionsOf(const std::string& path) {
+    struct stat old {};
+    return stat(path.c_str(), &old) == 0 ? (old.st_mode & kPermissionBits) : kNewFilePermissions;
 }
 #endif
 
@@ -35,14 +62,16 @@ std::wstring Wide(const std::string& utf8) {
 std::string MakeTemporaryBeside(const std::string& path, const std::string& infix) {
     if (path.empty()) return "";
     std::string temporary = path + infix + std::string(kTemporaryRandomChars, 'X'); // mkstemp's pattern
+#ifdef _WIN32
+    const int fd = CreateUniqueFile(temporary);
+#else
     const int fd = mkstemp(&temporary[0]);
+#endif
     if (fd < 0) return "";
-    struct stat old {};
-    const int permissions =
-        stat(path.c_str(), &old) == 0 ? (old.st_mode & kPermissionBits) : kNewFilePermissions;
+    const int permissions = PermissionsOf(path);
 #ifdef _WIN32
     _close(fd);
-    _chmod(temporary.c_str(), permissions); // only the read-only bit means anything here
+    _wchmod(WideFromUtf8(temporary).c_str(), permissions); // only the read-only bit means anything here
 #else
     fchmod(fd, static_cast<mode_t>(permissions));
     close(fd);
@@ -61,7 +90,7 @@ bool FlushToDisk(std::FILE* file) {
 
 bool RenameOver(const std::string& from, const std::string& to) {
 #ifdef _WIN32
-    return MoveFileExW(Wide(from).c_str(), Wide(to).c_str(),
+    return MoveFileExW(WideFromUtf8(from).c_str(), WideFromUtf8(to).c_str(),
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 #else
     return std::rename(from.c_str(), to.c_str()) == 0;

@@ -4,6 +4,7 @@
 #include "utils/FileUtils.h"
 
 #include "XPLMUtilities.h"
+#include "utils/Utf8Path.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -56,7 +57,7 @@ int SetLogFilePath(const char* path, char level, bool eraseOld) {
     free(gFileNamePtr);
     gFileNamePtr = path ? strdup(path) : nullptr;
     if (!eraseOld || !gFileNamePtr) return 0;
-    return remove(gFileNamePtr);
+    return HV_FileUtils::RemoveFile(gFileNamePtr);
 }
 
 void Add2Log(const char* message, char level) {

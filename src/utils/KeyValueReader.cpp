@@ -1,13 +1,12 @@
 // HV_ReadHalvernFile: a file read once and queried by raw, unanchored text search.
 #include "utils/HV_ReadHalvernFile.h"
+#include "utils/Utf8Path.h"
 
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -18,13 +17,10 @@ constexpr int kIndexedKeyBytes = 150;
 /// GetCountValueOf never counts past this many indexed keys.
 constexpr int kMaxIndexedKeys = 1001;
 
-/// File size from the file system, 0 when the file cannot be opened or is not a plain file.
-int FileSize(const char* path) {
-    const int fd = open(path, O_RDONLY);
-    if (fd < 0) return 0;
+/// Size of an open file from the file system, 0 when it is not a plain file.
+int FileSize(std::FILE* file) {
     struct stat info {};
-    const bool ok = fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= INT_MAX;
-    close(fd);
+    const bool ok = fstat(fileno(file), &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= INT_MAX;
     return ok ? static_cast<int>(info.st_size) : 0;
 }
 
@@ -43,9 +39,9 @@ HV_ReadHalvernFile::HV_ReadHalvernFile(const char* path) {
         resultCapacity = kInitialResultBytes;
     }
     if (!path || !*path) return;
-    dataSize = FileSize(path);
-    FILE* in = fopen(path, "rb");
+    FILE* in = HV_FileUtils::OpenFile(path, "rb");
     if (!in) return;
+    dataSize = FileSize(in);
     if (dataSize > 0) {
         data = static_cast<char*>(malloc(static_cast<size_t>(dataSize)));
         if (data) {

@@ -1,5 +1,6 @@
 // HV_Files_Parser: reading text files whose lines may end with any control character.
 #include "utils/HV_Files_Parser.h"
+#include "utils/Utf8Path.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ bool HV_Files_Parser::OpenFile(const char* path) {
         file = nullptr;
     }
     if (!path) return false;
-    file = fopen(path, "r");
+    file = HV_FileUtils::OpenFile(path, "r");
     return file != nullptr;
 }
 

@@ -1,6 +1,7 @@
 // HV_Properties: loading and saving "key=value" files.
 #include "utils/HV_Properties.h"
 #include "utils/FileReplace.h"
+#include "utils/Utf8Path.h"
 
 #include <algorithm>
 #include <cctype>
@@ -60,13 +61,13 @@ bool WritePairs(FILE* out, const std::map<std::string, std::string>& entries, Ke
 /// its temporaries, and nothing else.
 void RemoveStaleTemporaries(const std::string& fileName) {
     namespace fs = std::filesystem;
-    const fs::path target(fileName);
-    const std::string prefix = target.filename().string() + kTemporaryInfix;
+    const fs::path target = HV_FileUtils::PathFromUtf8(fileName);
+    const std::string prefix = HV_FileUtils::Utf8FromPath(target.filename()) + kTemporaryInfix;
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     std::error_code error;
     std::vector<fs::path> stale;
     for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-        const std::string name = it->path().filename().string();
+        const std::string name = HV_FileUtils::Utf8FromPath(it->path().filename());
         if (name.size() != prefix.size() + kTemporaryRandomChars ||
             name.compare(0, prefix.size(), prefix) != 0)
             continue;
@@ -89,7 +90,7 @@ HV_Properties::HV_Properties(const char* name, std::ostream* errors) {
 
 void HV_Properties::load(std::ostream* errors) {
     if (!fileName.empty()) RemoveStaleTemporaries(fileName);
-    FILE* in = fileName.empty() ? nullptr : fopen(fileName.c_str(), "rb");
+    FILE* in = fileName.empty() ? nullptr : HV_FileUtils::OpenFile(fileName.c_str(), "rb");
     if (!in) {
         if (errors) *errors << kLoadFailure << fileName << "'\n" << kLoadFailureTail;
         return;
@@ -124,9 +125,9 @@ void HV_Properties::save(std::ostream* errors) {
     // Write beside the target and rename over it, so that the file on disk is always
     // either the old or the new complete content.
     const std::string temporary = HV_FileUtils::MakeTemporaryBeside(fileName, kTemporaryInfix);
-    FILE* out = temporary.empty() ? nullptr : fopen(temporary.c_str(), "wb");
+    FILE* out = temporary.empty() ? nullptr : HV_FileUtils::OpenFile(temporary.c_str(), "wb");
     if (!out) {
-        if (!temporary.empty()) remove(temporary.c_str());
+        if (!temporary.empty()) HV_FileUtils::RemoveFile(temporary.c_str());
         ReportSaveFailure(errors, fileName);
         return;
     }
@@ -134,7 +135,7 @@ void HV_Properties::save(std::ostream* errors) {
     written = HV_FileUtils::FlushToDisk(out) && written;
     written = (fclose(out) == 0) && written;
     if (!written || !HV_FileUtils::RenameOver(temporary, fileName)) {
-        remove(temporary.c_str());
+        HV_FileUtils::RemoveFile(temporary.c_str());
         ReportSaveFailure(errors, fileName);
     }
 }

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # compare_runs.sh <scenario> <reference kalvora-sim> <reference Kalvora.xpl> <kalvora-sim> <Kalvora.xpl> <data folder>
 # Runs a named scenario twice: with the reference pair (the Linux build) and with the pair under
-# test (a .exe runs under Wine, in $WINEPREFIX). The transcripts must be the same once the
+# test (a .exe runs under Wine, in $WINEPREFIX; with KALVORA_SANDBOX_NAME, its X-Plane folder must
+# have been made under a folder of that name). The transcripts must be the same once the
 # sandbox folder is named alike, and every position and heading of the traces equal to 1e-6.
 set -u
 scenario=$1 ref_sim=$2 ref_xpl=$3 sim=$4 xpl=$5 data=$6
@@ -21,13 +22,20 @@ else
     "$sim" --quiet --kalvora "$xpl" --data "$data" --scenario "$scenario" --report "$work/tested" >"$work/tested.out" 2>&1
 fi
 [ $? -eq 0 ] || { say "run failed"; cat "$work/tested.out"; exit 1; }
+# A run that must have had its X-Plane folder under a given name (accents: wide-character paths).
+if [ -n "${KALVORA_SANDBOX_NAME:-}" ] && ! grep -qF "$KALVORA_SANDBOX_NAME" "$work/tested/transcript.txt"; then
+    say "the X-Plane folder was not under $KALVORA_SANDBOX_NAME"; exit 1
+fi
 
 # Sandbox folders differ from run to run and Windows writes "\" and CR LF.
 normalise() { tr -d '\r' <"$1" | tr '\\' '/' | sed -E 's#[^ ]*/simhost-[^/ ]*/#<sandbox>/#g'; }
 fail=0
-if ! diff <(normalise "$work/reference/transcript.txt") <(normalise "$work/tested/transcript.txt") >"$work/diff"; then
-    say "transcripts differ:"; head -20 "$work/diff"; fail=1
-fi
+# The transcript, X-Plane's Log.txt and the plug-in's own log (what it found, read and loaded).
+for file in transcript.txt Log.txt Kalvora.log; do
+    if ! diff <(normalise "$work/reference/$file") <(normalise "$work/tested/$file") >"$work/diff"; then
+        say "$file differs:"; head -20 "$work/diff"; fail=1
+    fi
+done
 lines=$(grep -c . "$work/reference/transcript.txt")
 # Time (1) and phase (10) must be equal as text; positions to 1e-6 m and headings to 1e-6 degrees.
 # Both builds take sin, cos, atan2, ... from the same source (third_party/musl-math) and contract

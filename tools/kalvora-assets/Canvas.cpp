@@ -1,6 +1,7 @@
 #include "Canvas.h"
 
 #define STB_IMAGE_WRITE_IMPLEMENTATION
+#define STBIW_WINDOWS_UTF8 // file names are UTF-8 (on Windows opened with _wfopen)
 #include <stb/stb_image_write.h>
 #include <stb/stb_easy_font.h>
 
