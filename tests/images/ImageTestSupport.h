@@ -6,6 +6,7 @@
 
 #include <png.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -17,9 +18,10 @@ namespace kalvora_test {
 struct OwnedBitmap {
     ImageInfo info{nullptr, 0, 0, 0, 0};
     OwnedBitmap() = default;
-    /// A new width x height bitmap whose channel c at (x, y) is pattern(x, y, c).
+    /// A new width x height bitmap whose channel c at (x, y) is pattern(x, y, c), its padding zero.
     template <typename Pattern> OwnedBitmap(long width, long height, short channels, Pattern pattern) {
         if (CreateNewBitmap(width, height, channels, &info) != 0) return;
+        std::fill(info.data, info.data + BitmapRowBytes(&info) * height, 0); // the row padding too
         for (long y = 0; y < height; ++y)
             for (long x = 0; x < width; ++x)
                 for (int c = 0; c < channels; ++c)
