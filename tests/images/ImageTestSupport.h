@@ -1,12 +1,12 @@
-// Shared helpers of the image tests: an owning bitmap, pixel access, reference files.
+// Shared helpers of the image tests: an owning bitmap with pixel access, reference pictures.
 #pragma once
 
 #include "images/Bitmap.h"
 #include "support/Pictures.h"
 
-#include <gtest/gtest.h>
+#include <png.h>
 
-#include <cstdio>
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -18,6 +18,15 @@ namespace kalvora_test {
 struct OwnedBitmap {
     ImageInfo info{nullptr, 0, 0, 0, 0};
     OwnedBitmap() = default;
+    /// A new width x height bitmap whose channel c at (x, y) is pattern(x, y, c), its padding zero.
+    template <typename Pattern> OwnedBitmap(long width, long height, short channels, Pattern pattern) {
+        if (CreateNewBitmap(width, height, channels, &info) != 0) return;
+        std::fill(info.data, info.data + BitmapRowBytes(&info) * height, 0); // the row padding too
+        for (long y = 0; y < height; ++y)
+            for (long x = 0; x < width; ++x)
+                for (int c = 0; c < channels; ++c)
+                    pixel(x, y)[c] = static_cast<unsigned char>(pattern(x, y, c));
+    }
     OwnedBitmap(const OwnedBitmap&) = delete;
     OwnedBitmap& operator=(const OwnedBitmap&) = delete;
     ~OwnedBitmap() {
@@ -35,38 +44,14 @@ struct OwnedBitmap {
 /// Every integer of a JSON array file, in order (empty when the file cannot be read).
 inline std::vector<long> ReadJsonIntegers(const std::string& path) {
     std::ifstream in(path);
-    std::vector<long> out;
     std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     for (char& c : text)
         if (c == '[' || c == ']' || c == ',') c = ' ';
     std::istringstream words(text);
-    long v;
-    while (words >> v)
+    std::vector<long> out;
+    for (long v; words >> v;)
         out.push_back(v);
     return out;
-}
-
-/// Writes raw bytes to a file; returns its path.
-inline std::string WriteBytes(const std::string& path, const std::vector<unsigned char>& bytes) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (f) {
-        if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), f);
-        std::fclose(f);
-    }
-    return path;
-}
-
-/// The first `keep` bytes of `bytes`; a negative `keep` drops that many from the end.
-inline std::vector<unsigned char> Cut(std::vector<unsigned char> bytes, long keep) {
-    bytes.resize(static_cast<size_t>(keep >= 0 ? keep : static_cast<long>(bytes.size()) + keep));
-    return bytes;
-}
-
-/// A per-test scratch file path in the build's temporary folder.
-inline std::string ScratchPath(const std::string& name) {
-    const auto* t = ::testing::UnitTest::GetInstance()->current_test_info();
-    return std::string(::testing::TempDir()) + "kalvora_" + t->test_suite_name() + "_" + t->name() + "_" +
-           name;
 }
 
 /// An independent decode of a PNG through libpng's simplified API: `channels` bytes per

@@ -5,6 +5,16 @@
 
 namespace {
 
+/// Appends a command to a level.
+void Add(XObj8& o, int id, int offset = 0, int count = 0, size_t lod = 0) {
+    XObjCmd8 c{};
+    c.id = id;
+    c.idxOffset = offset;
+    c.idxCount = count;
+    o.lods[lod].cmds.push_back(c);
+}
+
+/// Three triangle points, two line points, one light and one animation, each drawn once.
 XObj8 ValidObject() {
     XObj8 obj;
     obj.geoLines.clear(6);
@@ -15,40 +25,32 @@ XObj8 ValidObject() {
     obj.indices = {0, 1, 2, 0, 1};
     obj.animations.resize(1);
     obj.lods.emplace_back();
-    auto add = [&](int id, int offset, int count) {
-        XObjCmd8 c{};
-        c.id = id;
-        c.idxOffset = offset;
-        c.idxCount = count;
-        obj.lods[0].cmds.push_back(c);
-    };
-    add(obj8_Tris, 0, 3);
-    add(obj8_Lines, 3, 2);
-    add(obj8_Lights, 0, 1);
-    add(anim_Rotate, 0, 0);
+    Add(obj, obj8_Tris, 0, 3);
+    Add(obj, obj8_Lines, 3, 2);
+    Add(obj, obj8_Lights, 0, 1);
+    Add(obj, anim_Rotate, 0);
     return obj;
 }
 
 } // namespace
 
-TEST(Obj8Validate, AcceptsAConsistentObject) {
+TEST(Obj8Validate, AcceptsAConsistentObjectAndRefusesEachWayOfReadingOutside) {
     std::string why = "stale";
-    EXPECT_TRUE(XObj8Validate(ValidObject(), &why));
+    XObj8 valid = ValidObject();
+    valid.indices.push_back(999);                               // covered by no range: not judged
+    Add(valid, attr_Shade_Flat, -7);                            // an offset means nothing to an attribute
+    for (int id : {anim_Begin, anim_Begin, anim_End, anim_End}) // nested and closed
+        Add(valid, id);
+    EXPECT_TRUE(XObj8Validate(valid, &why));
     EXPECT_TRUE(why.empty());
-    EXPECT_TRUE(XObj8Validate(ValidObject(), nullptr));
-}
-
-TEST(Obj8Validate, RefusesEachWayOfReadingOutside) {
-    std::string why;
-    XObj8 obj;
-    EXPECT_FALSE(XObj8Validate(obj, &why)); // no level
-    EXPECT_NE(why.find("level"), std::string::npos);
+    EXPECT_TRUE(XObj8Validate(valid, nullptr));
 
     struct Case {
         const char* name;
         void (*damage)(XObj8&);
         const char* reason;
     } cases[] = {
+        {"no level", [](XObj8& o) { o.lods.clear(); }, "level"},
         {"tris past index list", [](XObj8& o) { o.lods[0].cmds[0].idxCount = 6; }, "index list"},
         {"negative offset", [](XObj8& o) { o.lods[0].cmds[0].idxOffset = -1; }, "index list"},
         {"negative count", [](XObj8& o) { o.lods[0].cmds[1].idxCount = -2; }, "index list"},
@@ -59,6 +61,24 @@ TEST(Obj8Validate, RefusesEachWayOfReadingOutside) {
         {"light range", [](XObj8& o) { o.lods[0].cmds[2].idxOffset = 1; }, "light pool"},
         {"animation", [](XObj8& o) { o.lods[0].cmds[3].idxOffset = 1; }, "animation"},
         {"line pool depth", [](XObj8& o) { o.geoLines.depth = 8; }, "6 floats"},
+        {"unclosed block", [](XObj8& o) { Add(o, anim_Begin); }, "without ANIM_end"},
+        {"stray end", [](XObj8& o) { Add(o, anim_End); }, "no ANIM_begin"},
+        {"too deep",
+         [](XObj8& o) {
+             for (int i = 0; i < 17; ++i)
+                 Add(o, anim_Begin);
+             for (int i = 0; i < 17; ++i)
+                 Add(o, anim_End);
+         },
+         "deeper"},
+        // Each level is drawn alone: a block opened in one cannot be closed in the next.
+        {"block across levels",
+         [](XObj8& o) {
+             o.lods.emplace_back();
+             Add(o, anim_Begin);
+             Add(o, anim_End, 0, 0, 1);
+         },
+         "ANIM_"},
     };
     for (const Case& c : cases) {
         XObj8 o = ValidObject();
@@ -66,56 +86,4 @@ TEST(Obj8Validate, RefusesEachWayOfReadingOutside) {
         EXPECT_FALSE(XObj8Validate(o, &why)) << c.name;
         EXPECT_NE(why.find(c.reason), std::string::npos) << c.name << ": " << why;
     }
-}
-
-/// Appends a command with only its id set.
-void Add(XObj8& o, int id, size_t lod = 0) {
-    XObjCmd8 c{};
-    c.id = id;
-    o.lods[lod].cmds.push_back(c);
-}
-
-TEST(Obj8Validate, AnimationBlocksPairUpWithinEachLevel) {
-    XObj8 o = ValidObject();
-    Add(o, anim_Begin);
-    Add(o, anim_Begin);
-    Add(o, anim_End);
-    Add(o, anim_End);
-    EXPECT_TRUE(XObj8Validate(o, nullptr)) << "nested and closed";
-
-    std::string why;
-    XObj8 unclosed = o;
-    Add(unclosed, anim_Begin);
-    EXPECT_FALSE(XObj8Validate(unclosed, &why));
-    EXPECT_NE(why.find("without ANIM_end"), std::string::npos) << why;
-
-    XObj8 stray = o;
-    Add(stray, anim_End);
-    EXPECT_FALSE(XObj8Validate(stray, &why));
-    EXPECT_NE(why.find("no ANIM_begin"), std::string::npos) << why;
-
-    // A block opened in one level cannot be closed in the next: each level is drawn alone.
-    XObj8 split = ValidObject();
-    split.lods.emplace_back();
-    Add(split, anim_Begin, 0);
-    Add(split, anim_End, 1);
-    EXPECT_FALSE(XObj8Validate(split, &why));
-
-    XObj8 deep = ValidObject();
-    for (int i = 0; i < 17; ++i)
-        Add(deep, anim_Begin);
-    for (int i = 0; i < 17; ++i)
-        Add(deep, anim_End);
-    EXPECT_FALSE(XObj8Validate(deep, &why));
-    EXPECT_NE(why.find("deeper"), std::string::npos) << why;
-}
-
-TEST(Obj8Validate, UnusedIndicesAndOtherCommandsAreNotJudged) {
-    XObj8 o = ValidObject();
-    o.indices.push_back(999); // covered by no range
-    XObjCmd8 c{};
-    c.id = attr_Shade_Flat;
-    c.idxOffset = -7; // meaningless for an attribute
-    o.lods[0].cmds.push_back(c);
-    EXPECT_TRUE(XObj8Validate(o, nullptr));
 }

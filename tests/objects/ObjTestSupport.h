@@ -1,46 +1,32 @@
-// What the object tests share: temporary files, corpus listing and model comparison.
+// What the object tests share: reading from text, corpus listing and model comparison.
 #pragma once
 
+#include "objects/Obj7Reader.h"
+#include "objects/Obj7ToObj8.h"
+#include "objects/Obj8Reader.h"
 #include "objects/ObjModel.h"
 #include "support/Corpus.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <dirent.h>
-#include <vector>
-#include <cstdio>
-#include <fstream>
+#include <filesystem>
+#include <map>
 #include <string>
-#include <unistd.h>
+#include <vector>
 
 namespace objtest {
 
-/// A file in the temporary folder, removed when the object goes away.
-class TempFile {
-public:
-    explicit TempFile(const std::string& contents = std::string(), const char* suffix = ".obj") {
-        char name[] = "/tmp/kalvora_obj_XXXXXX";
-        const int fd = mkstemp(name);
-        if (fd >= 0) close(fd);
-        path_ = std::string(name) + suffix;
-        std::rename(name, path_.c_str());
-        if (!contents.empty()) std::ofstream(path_, std::ios::binary) << contents;
-    }
-    ~TempFile() { std::remove(path_.c_str()); }
-    TempFile(const TempFile&) = delete;
-    TempFile& operator=(const TempFile&) = delete;
-    const char* path() const { return path_.c_str(); }
-    std::string read() const {
-        std::ifstream in(path_, std::ios::binary);
-        return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    }
+inline bool Read8(const std::string& text, XObj8& obj) {
+    return XObj8ReadMemory(text.data(), text.size(), obj);
+}
 
-private:
-    std::string path_;
-};
+inline bool Read7(const std::string& text, XObj& obj) {
+    return XObjReadMemory(text.data(), text.size(), obj);
+}
 
 /// Tolerance of a value printed with six decimals and read back through a single-precision mantissa.
 inline double SixDecimals(double v) {
@@ -65,11 +51,10 @@ inline void ExpectSameObj8(const XObj8& a, const XObj8& b, const std::string& wh
     for (size_t i = 0; i < a.animations.size(); ++i) {
         EXPECT_EQ(a.animations[i].dataref, b.animations[i].dataref);
         for (int k = 0; k < 2; ++k) {
+            const XObjAnimKey8 &ka = a.animations[i].key[k], &kb = b.animations[i].key[k];
             for (int d = 0; d < 3; ++d)
-                EXPECT_NEAR(a.animations[i].key[k].xyz[d], b.animations[i].key[k].xyz[d],
-                            SixDecimals(a.animations[i].key[k].xyz[d]));
-            EXPECT_NEAR(a.animations[i].key[k].value, b.animations[i].key[k].value,
-                        SixDecimals(a.animations[i].key[k].value));
+                EXPECT_NEAR(ka.xyz[d], kb.xyz[d], SixDecimals(ka.xyz[d]));
+            EXPECT_NEAR(ka.value, kb.value, SixDecimals(ka.value));
         }
     }
     ASSERT_EQ(a.lods.size(), b.lods.size());
@@ -78,8 +63,7 @@ inline void ExpectSameObj8(const XObj8& a, const XObj8& b, const std::string& wh
         EXPECT_NEAR(a.lods[l].lodFar, b.lods[l].lodFar, SixDecimals(a.lods[l].lodFar));
         ASSERT_EQ(a.lods[l].cmds.size(), b.lods[l].cmds.size()) << "level " << l;
         for (size_t c = 0; c < a.lods[l].cmds.size(); ++c) {
-            const XObjCmd8& ca = a.lods[l].cmds[c];
-            const XObjCmd8& cb = b.lods[l].cmds[c];
+            const XObjCmd8 &ca = a.lods[l].cmds[c], &cb = b.lods[l].cmds[c];
             ASSERT_EQ(ca.id, cb.id) << "level " << l << " command " << c;
             if (ca.id == obj8_Tris || ca.id == obj8_Lines || ca.id == obj8_Lights) {
                 EXPECT_EQ(ca.idxOffset, cb.idxOffset);
@@ -87,8 +71,7 @@ inline void ExpectSameObj8(const XObj8& a, const XObj8& b, const std::string& wh
             } else if (ca.id == anim_Rotate || ca.id == anim_Translate) {
                 EXPECT_EQ(ca.idxOffset, cb.idxOffset);
             } else {
-                const int row = FindIndexForCmd(ca.id);
-                for (int i = 0; i < gCmds[row].count && i < 4; ++i)
+                for (int i = 0; i < gCmds[FindIndexForCmd(ca.id)].count && i < 4; ++i)
                     EXPECT_NEAR(ca.params[i], cb.params[i], SixDecimals(ca.params[i]));
             }
         }
@@ -98,14 +81,9 @@ inline void ExpectSameObj8(const XObj8& a, const XObj8& b, const std::string& wh
 /// The .obj files of a corpus folder ("obj8", "obj7"), sorted; empty when the corpus is absent.
 inline std::vector<std::string> CorpusFiles(const std::string& folder) {
     std::vector<std::string> names;
-    if (DIR* d = opendir(kalvora_test::corpusPath(folder).c_str())) {
-        while (dirent* e = readdir(d)) {
-            const std::string name = e->d_name;
-            if (name.size() > 4 && name.compare(name.size() - 4, 4, ".obj") == 0)
-                names.push_back(kalvora_test::corpusPath(folder + "/" + name));
-        }
-        closedir(d);
-    }
+    std::error_code absent;
+    for (const auto& e : std::filesystem::directory_iterator(kalvora_test::corpusPath(folder), absent))
+        if (e.path().extension() == ".obj") names.push_back(e.path().string());
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -157,6 +135,24 @@ inline std::vector<std::array<long, 6>> ColourPoints(const ObjPointPool& pool) {
         out.push_back(p);
     }
     std::sort(out.begin(), out.end());
+    return out;
+}
+
+/// OBJ7 triangles grouped by the ATTR_LOD range in force, independently of the converters.
+inline std::map<std::pair<float, float>, std::vector<Triangle>> Obj7TrianglesByRange(const XObj& o) {
+    std::map<std::pair<float, float>, std::vector<Triangle>> out;
+    std::pair<float, float> range(0.0f, 0.0f);
+    for (const XObjCmd& c : o.cmds) {
+        if (c.id == attr_LOD && c.values.size() == 2) range = {c.values[0], c.values[1]};
+        if (c.kind != obj_Poly) continue;
+        const std::vector<vec_tex> tris = Obj7Triangles(c);
+        for (size_t t = 0; t + 2 < tris.size(); t += 3) {
+            const float* v[3] = {tris[t].v, tris[t + 1].v, tris[t + 2].v}; // x y z s t
+            out[range].push_back(MakeTriangle(v, 3));
+        }
+    }
+    for (auto& level : out)
+        std::sort(level.second.begin(), level.second.end());
     return out;
 }
 

@@ -21,44 +21,31 @@ struct Text {
     const unsigned char* end;
 };
 
-float Flt(const std::string& s) {
-    Text t(s);
-    return TXT_MAP_flt_scan(t.p, t.end, false);
-}
-
-int Int(const std::string& s) {
-    Text t(s);
-    return TXT_MAP_int_scan(t.p, t.end, false);
-}
-
 } // namespace
 
-TEST(TextScanners, FloatsHaveNoExponentAndHonourSignsAnywhere) {
-    EXPECT_FLOAT_EQ(Flt("1.50"), 1.5f);
-    EXPECT_FLOAT_EQ(Flt("+3"), 3.0f);
-    EXPECT_FLOAT_EQ(Flt("-.25"), -0.25f);
-    EXPECT_FLOAT_EQ(Flt(".5"), 0.5f);
-    EXPECT_FLOAT_EQ(Flt("5-"), -5.0f);
-    EXPECT_FLOAT_EQ(Flt("-+5"), 5.0f);
-    EXPECT_FLOAT_EQ(Flt("1e2"), 1 * 100 + ('e' - '0') * 10 + 2); // "e" folds in as a digit of value 53
-    EXPECT_NE(Flt("1e2"), 100.0f);
-    EXPECT_FLOAT_EQ(Flt("\t\t 42.125"), 42.125f);
-    EXPECT_FLOAT_EQ(Flt(""), 0.0f);
-}
-
-TEST(TextScanners, FloatMantissaIsSinglePrecision) {
-    // 123456789 is not a float; the mantissa rounds to the nearest float before scaling.
-    EXPECT_FLOAT_EQ(Flt("123456789"), 123456792.0f);
-    EXPECT_FLOAT_EQ(Flt("1.23456789"), static_cast<float>(123456792.0 / 1e8));
-}
-
-TEST(TextScanners, IntegersTakeOneSignEachAndFoldEveryCharacter) {
-    EXPECT_EQ(Int("-+7"), 7);
-    EXPECT_EQ(Int("-12"), -12);
-    EXPECT_EQ(Int("+12"), 12);
-    EXPECT_EQ(Int("1a"), 1 * 10 + ('a' - '0'));
-    EXPECT_EQ(Int(""), 0);
-    EXPECT_EQ(Int("   "), 0);
+TEST(TextScanners, NumbersHaveNoExponentTakeSignsAnywhereAndFoldEveryCharacter) {
+    const std::pair<const char*, float> floats[] = {
+        {"1.50", 1.5f},
+        {"+3", 3},
+        {"-.25", -0.25f},
+        {".5", 0.5f},
+        {"5-", -5},
+        {"-+5", 5},
+        {"\t\t 42.125", 42.125f},
+        {"", 0},
+        {"1e2", 1 * 100 + ('e' - '0') * 10 + 2}, // "e" is a digit of value 53
+        {"123456789", 123456792.0f},             // the mantissa is a float
+        {"1.23456789", static_cast<float>(123456792.0 / 1e8)}};
+    for (const auto& f : floats) {
+        Text t(f.first);
+        EXPECT_FLOAT_EQ(TXT_MAP_flt_scan(t.p, t.end, false), f.second) << f.first;
+    }
+    const std::pair<const char*, int> ints[] = {
+        {"-+7", 7}, {"-12", -12}, {"+12", 12}, {"1a", 1 * 10 + ('a' - '0')}, {"", 0}, {"   ", 0}};
+    for (const auto& i : ints) {
+        Text t(i.first);
+        EXPECT_EQ(TXT_MAP_int_scan(t.p, t.end, false), i.second) << i.first;
+    }
 }
 
 TEST(TextScanners, NumbersStopAtLineEndsUnlessAllowed) {
@@ -78,15 +65,11 @@ TEST(TextScanners, MatchNeedsADelimiterAfterTheWord) {
     EXPECT_EQ(t.pos(), 2u); // the blanks stay skipped
     EXPECT_TRUE(TXT_MAP_str_match_space(t.p, t.end, "TEXTURE_LIT", false));
     EXPECT_EQ(t.pos(), 13u);
-
-    Text eol("OBJ\r\n");
-    EXPECT_FALSE(TXT_MAP_str_match_space(eol.p, eol.end, "OBJ", false));
-    EXPECT_TRUE(TXT_MAP_str_match_space(eol.p, eol.end, "OBJ", true));
-
-    Text atEnd("OBJ"); // the end of text reads as a line end
-    EXPECT_FALSE(TXT_MAP_str_match_space(atEnd.p, atEnd.end, "OBJ", false));
-    EXPECT_TRUE(TXT_MAP_str_match_space(atEnd.p, atEnd.end, "OBJ", true));
-
+    for (const char* lineEnd : {"OBJ\r\n", "OBJ"}) { // the end of text reads as a line end
+        Text e(lineEnd);
+        EXPECT_FALSE(TXT_MAP_str_match_space(e.p, e.end, "OBJ", false));
+        EXPECT_TRUE(TXT_MAP_str_match_space(e.p, e.end, "OBJ", true));
+    }
     Text shorter("OB");
     EXPECT_FALSE(TXT_MAP_str_match_space(shorter.p, shorter.end, "OBJ", true));
     EXPECT_EQ(shorter.pos(), 0u);
@@ -107,7 +90,6 @@ TEST(TextScanners, StringScans) {
     TXT_MAP_str_scan_eoln(n.p, n.end, nullptr);
     TXT_MAP_str_scan_space(n.p, n.end, &s);
     EXPECT_EQ(s, "keep");
-
     Text f("x");
     TXT_MAP_finish_line(f.p, f.end); // not at a line end: nothing to finish
     EXPECT_EQ(f.pos(), 0u);

@@ -11,51 +11,40 @@ namespace {
 
 constexpr const char* kLights = "sim/graphics/scenery/percent_lights_on";
 
-/// A quad right of centre turned about the view axis by the value of `dataref` (90 deg per unit).
-XObj8 TurnedQuad(const char* dataref) {
-    XObj8 obj;
-    const int q = AddQuad(obj, 1, -0.5f, 3, 0.5f, -10.0f);
-    const float axisZ[3] = {0, 0, 1};
-    obj.animations = {AnimRecord(dataref, axisZ, axisZ, 0, 90, 0, 1)};
-    XObjLOD8 l;
-    l.cmds = {Cmd(anim_Begin), Anim(anim_Rotate, 0), Tris(q), Cmd(anim_End)};
-    obj.lods = {l};
-    return obj;
-}
-
 class DefaultAnimParamTest : public SceneTest {
 protected:
-    Blob Draw(const XObj8& obj) {
+    /// Where a quad right of centre lands when turned about the view axis by `dataref` (90 deg per unit).
+    Blob Draw(const char* dataref) {
+        const XObj8 obj = AnimatedQuad(anim_Rotate, {dataref, {{{0, 0, 1}, 0, 0}, {{0, 0, 1}, 90, 1}}});
         const auto empty = Render([] {});
         return Difference(Render([&] {
                               glDisable(GL_LIGHTING);
                               glDisable(GL_CULL_FACE);
                               glDisable(GL_TEXTURE_2D);
-                              ObjDraw8Funcs(obj);
+                              // The default callbacks, but untextured triangles so the quad shows plainly.
+                              ObjDrawFuncs_t f{Default_SetupLine,       Default_SetupLine,
+                                               Default_SetupLight,      Default_SetupMovie,
+                                               Default_SetupLine,       Default_TexCoord,
+                                               Default_TexCoordPointer, Default_GetAnimParam};
+                              ObjDraw8(obj, 0, &f, nullptr);
                           }),
                           empty);
-    }
-    static void ObjDraw8Funcs(const XObj8& obj) {
-        // Default callbacks, but untextured triangles so the quad shows plainly.
-        ObjDrawFuncs_t f{Default_SetupLine, Default_SetupLine, Default_SetupLight,      Default_SetupMovie,
-                         Default_SetupLine, Default_TexCoord,  Default_TexCoordPointer, Default_GetAnimParam};
-        ObjDraw8(obj, 0, &f, nullptr);
     }
 };
 
 TEST_F(DefaultAnimParamTest, FirstDrawSeesZeroThenEveryNameReadsTheFirstDataref) {
     host().set(kLights, 1.0); // a quarter turn once it is read
-    const Blob first = Draw(TurnedQuad(kLights));
+    const Blob first = Draw(kLights);
     EXPECT_GT(first.cx, kFrameW / 2.0 + 20) << "first frame: not turned";
     EXPECT_NEAR(first.cy, kFrameH / 2.0, 3);
 
-    const Blob second = Draw(TurnedQuad(kLights));
+    const Blob second = Draw(kLights);
     EXPECT_NEAR(second.cx, kFrameW / 2.0, 3) << "second frame: a quarter turn";
     EXPECT_GT(second.cy, kFrameH / 2.0 + 20);
 
     host().set(kLights, 2.0);
     // Another name, even one that does not exist, still reads the first dataref: half a turn.
-    const Blob other = Draw(TurnedQuad("sim/no/such/value"));
+    const Blob other = Draw("sim/no/such/value");
     EXPECT_LT(other.cx, kFrameW / 2.0 - 20);
     EXPECT_NEAR(other.cy, kFrameH / 2.0, 3);
 }

@@ -1,5 +1,5 @@
 // ObjDraw8 on simhost's renderer: level of detail, animation, the set-up and
-// array binding of runs of geometry, polygon offset, and real models.
+// array binding of runs of geometry, polygon offset, colours, and real models.
 #include "SceneFixture.h"
 #include "TestModels.h"
 #include "support/Corpus.h"
@@ -8,17 +8,17 @@
 #include "objects/Obj8Validate.h"
 #include "objects/ObjDraw8.h"
 
-#include <dirent.h>
-
+#include <filesystem>
 #include <string>
 #include <vector>
 
 using namespace kalvora_scene_test;
-using kalvora_test::corpusPath;
+using kalvora_test::ColorOf;
 
 namespace {
 
 constexpr float kQuadDepthM = -10.0f; ///< test quads stand 10 m in front of the camera
+constexpr int kSeen = 100;            ///< pixels that show a quad
 
 /// What the drawing callbacks were asked to do, in order, and the value that drives animations.
 struct Recorder {
@@ -28,8 +28,7 @@ struct Recorder {
 
 void Note(void* ref, const char* what) {
     auto* r = static_cast<Recorder*>(ref);
-    if (!r->calls.empty()) r->calls += ",";
-    r->calls += what;
+    r->calls += (r->calls.empty() ? "" : ",") + std::string(what);
 }
 
 ObjDrawFuncs_t RecordingFuncs() {
@@ -57,22 +56,14 @@ ObjDrawFuncs_t RecordingFuncs() {
     return f;
 }
 
-/// A red quad left of centre and a green one right of it, each in its own level.
-XObj8 TwoLevelObject() {
-    XObj8 obj;
-    const int left = AddQuad(obj, -3, -1, -1, 1, kQuadDepthM);
-    const int right = AddQuad(obj, 1, -1, 3, 1, kQuadDepthM);
-    XObjLOD8 nearLevel = Lod(0, 1000);
-    nearLevel.cmds = {Cmd(attr_Diffuse_RGB, 1, 0, 0), Tris(left)};
-    XObjLOD8 farLevel = Lod(1000, 5000);
-    farLevel.cmds = {Cmd(attr_Diffuse_RGB, 0, 1, 0), Tris(right)};
-    obj.lods = {nearLevel, farLevel};
-    return obj;
-}
-
 class ObjDraw8Test : public SceneTest {
 protected:
-    /// Renders `obj` at level-of-detail distance `dist` with the recording callbacks.
+    void SetUp() override {
+        SceneTest::SetUp();
+        if (IsSkipped()) return;
+        empty_ = Render([] {});
+    }
+    /// Renders `obj` at level-of-detail distance `dist` with the recording callbacks, unlit.
     simhost::gfx::Image Draw(const XObj8& obj, float dist) {
         return Render([&] {
             glDisable(GL_LIGHTING);
@@ -81,29 +72,29 @@ protected:
             ObjDraw8(obj, dist, &f, &recorder_);
         });
     }
-    /// Pixels left and right of the centre that differ from an empty frame.
-    std::pair<Blob, Blob> Sides(const simhost::gfx::Image& image) {
-        simhost::gfx::Image left = image, right = image;
-        for (int y = 0; y < image.height; ++y)
-            for (int x = 0; x < image.width; ++x) {
-                uint8_t* p = &(x < image.width / 2 ? right : left)
-                                  .rgba[(size_t(image.height - 1 - y) * image.width + x) * 4];
-                const uint8_t* e = &empty_.rgba[(size_t(image.height - 1 - y) * image.width + x) * 4];
-                std::copy(e, e + 4, p);
-            }
-        return {Difference(left, empty_), Difference(right, empty_)};
-    }
-    void SetUp() override {
-        SceneTest::SetUp();
-        if (IsSkipped()) return;
-        empty_ = Render([] {});
+    /// What was drawn left and right of the centre.
+    std::pair<Blob, Blob> Sides(const simhost::gfx::Image& image) const {
+        auto drawn = [&](bool left) {
+            return kalvora_test::PixelsWhere(image, [&](int x, int y) {
+                return (x < image.width / 2) == left &&
+                       kalvora_test::Differ(ColorOf(image.at(x, y)), ColorOf(empty_.at(x, y)), 24);
+            });
+        };
+        return {drawn(true), drawn(false)};
     }
     Recorder recorder_;
     simhost::gfx::Image empty_;
 };
 
-TEST_F(ObjDraw8Test, LevelOfDetailLastMatchingLevelWinsAndLastLevelIsTheFallback) {
-    const XObj8 obj = TwoLevelObject();
+TEST_F(ObjDraw8Test, TheLastMatchingLevelIsDrawnTheLastLevelOtherwise) {
+    // A red quad left of centre in [0, 1000] m, a green one right of it in [1000, 5000] m.
+    XObj8 obj;
+    const int left = AddQuad(obj, -3, -1, -1, 1, kQuadDepthM), right = AddQuad(obj, 1, -1, 3, 1, kQuadDepthM);
+    obj.lods.resize(2);
+    obj.lods[0].lodFar = obj.lods[1].lodNear = 1000;
+    obj.lods[1].lodFar = 5000;
+    obj.lods[0].cmds = {Cmd(attr_Diffuse_RGB, 1, 0, 0), Tris(left)};
+    obj.lods[1].cmds = {Cmd(attr_Diffuse_RGB, 0, 1, 0), Tris(right)};
     struct Case {
         float dist;
         bool nearDrawn, farDrawn;
@@ -111,161 +102,104 @@ TEST_F(ObjDraw8Test, LevelOfDetailLastMatchingLevelWinsAndLastLevelIsTheFallback
     // 1000 lies in both ranges (the last wins); 6000 in none (the last level is drawn).
     for (const Case c : {Case{500, true, false}, Case{1000, false, true}, Case{6000, false, true},
                          Case{0, true, false}, Case{5000, false, true}}) {
-        const auto [left, right] = Sides(Draw(obj, c.dist));
-        EXPECT_EQ(left.count > 100, c.nearDrawn) << "distance " << c.dist;
-        EXPECT_EQ(right.count > 100, c.farDrawn) << "distance " << c.dist;
-        if (c.nearDrawn) {
-            EXPECT_GT(left.r, 200) << "near level is red";
-        }
-        if (c.farDrawn) {
-            EXPECT_GT(right.g, 200) << "far level is green";
-        }
+        const auto [l, r] = Sides(Draw(obj, c.dist));
+        EXPECT_EQ(l.count > kSeen, c.nearDrawn) << "distance " << c.dist;
+        EXPECT_EQ(r.count > kSeen, c.farDrawn) << "distance " << c.dist;
+        EXPECT_TRUE(!c.nearDrawn || l.r > 200) << "near level is red";
+        EXPECT_TRUE(!c.farDrawn || r.g > 200) << "far level is green";
     }
-}
-
-TEST_F(ObjDraw8Test, AnUnrangedLevelIsDrawnAtEveryDistance) {
-    XObj8 obj;
-    const int q = AddQuad(obj, 1, -1, 3, 1, kQuadDepthM);
-    XObjLOD8 l = Lod(0, 0);
-    l.cmds = {Tris(q)};
-    obj.lods = {l};
+    // An unranged level is drawn at every distance; an object without levels draws nothing.
+    obj.lods = {obj.lods[1]};
+    obj.lods[0].lodNear = obj.lods[0].lodFar = 0;
     for (float dist : {0.0f, 500.0f, 1e6f})
-        EXPECT_GT(Sides(Draw(obj, dist)).second.count, 100) << "distance " << dist;
-}
-
-TEST_F(ObjDraw8Test, AnObjectWithoutLevelsDrawsNothing) {
-    XObj8 obj;
-    AddQuad(obj, 1, -1, 3, 1, kQuadDepthM);
+        EXPECT_GT(Sides(Draw(obj, dist)).second.count, kSeen) << "distance " << dist;
+    obj.lods.clear();
+    recorder_.calls.clear();
     EXPECT_EQ(Difference(Draw(obj, 0), empty_).count, 0);
     EXPECT_EQ(recorder_.calls, "");
 }
 
-/// A quad right of centre inside ANIM_begin/ANIM_end with one animation step.
-XObj8 AnimatedQuad(int animId, const XObjAnim8& record) {
-    XObj8 obj;
-    const int q = AddQuad(obj, 1, -0.5f, 3, 0.5f, kQuadDepthM);
-    obj.animations = {record};
-    XObjLOD8 l;
-    l.cmds = {Cmd(anim_Begin), Anim(animId, 0), Tris(q), Cmd(anim_End)};
-    obj.lods = {l};
-    return obj;
-}
-
-TEST_F(ObjDraw8Test, RotationInterpolatesWithoutClamping) {
-    const float axisZ[3] = {0, 0, 1};
-    // Keys (0 deg at 0) and (90 deg at 1): a driving value of 2 turns by 180 deg, to the left side.
-    const XObj8 obj = AnimatedQuad(anim_Rotate, AnimRecord("sim/test/anim", axisZ, axisZ, 0, 90, 0, 1));
-    recorder_.animValue = 0;
-    auto [l0, r0] = Sides(Draw(obj, 0));
-    EXPECT_GT(r0.count, 100);
-    EXPECT_EQ(l0.count, 0);
-    recorder_.animValue = 2;
-    auto [l2, r2] = Sides(Draw(obj, 0));
-    EXPECT_GT(l2.count, 100);
-    EXPECT_EQ(r2.count, 0);
-    EXPECT_NEAR(l2.cy, kFrameH / 2.0, 3) << "half a turn keeps the quad on the horizon";
-    // A quarter turn (value 1) lifts it above the centre.
-    recorder_.animValue = 1;
-    const Blob up = Difference(Draw(obj, 0), empty_);
-    EXPECT_GT(up.cy, kFrameH / 2.0 + 20);
-    EXPECT_NEAR(up.cx, kFrameW / 2.0, 3);
-}
-
-TEST_F(ObjDraw8Test, RotationWithEqualKeyValuesUsesTheFirstAngle) {
-    const float axisZ[3] = {0, 0, 1};
-    const XObj8 obj = AnimatedQuad(anim_Rotate, AnimRecord("sim/test/anim", axisZ, axisZ, 180, 90, 1, 1));
-    for (float v : {-7.0f, 1.0f, 42.0f}) {
-        recorder_.animValue = v;
-        auto [left, right] = Sides(Draw(obj, 0));
-        EXPECT_GT(left.count, 100) << "value " << v;
-        EXPECT_EQ(right.count, 0) << "value " << v;
+TEST_F(ObjDraw8Test, AnimationsInterpolateAndExtrapolateWithoutClamping) {
+    // Keys (0 deg at 0) and (90 deg at 1) about the view axis: the quad right of centre swings up, then left.
+    const XObj8 turned = AnimatedQuad(anim_Rotate, {"sim/a", {{{0, 0, 1}, 0, 0}, {{0, 0, 1}, 90, 1}}});
+    // Equal key values: always the first angle (half a turn).
+    const XObj8 stuck = AnimatedQuad(anim_Rotate, {"sim/a", {{{0, 0, 1}, 180, 1}, {{0, 0, 1}, 90, 1}}});
+    // 1 m to the right per unit: at -4 the quad moves from [1, 3] m to [-3, -1] m.
+    const XObj8 moved = AnimatedQuad(anim_Translate, {"sim/a", {{{0, 0, 0}, 0, 0}, {{1, 0, 0}, 0, 1}}});
+    struct Case {
+        const XObj8* obj;
+        float value;
+        int sideX, sideY; ///< where the quad's centre lands: -1 left/below, 0 centre, 1 right/above
+    } cases[] = {{&turned, 0, 1, 0},  {&turned, 1, 0, 1},  {&turned, 2, -1, 0},
+                 {&stuck, -7, -1, 0}, {&stuck, 42, -1, 0}, {&moved, -4, -1, 0}};
+    for (const Case& c : cases) {
+        recorder_.animValue = c.value;
+        const Blob b = Difference(Draw(*c.obj, 0), empty_);
+        const double dx = b.cx - kFrameW / 2.0, dy = b.cy - kFrameH / 2.0;
+        SCOPED_TRACE("value " + std::to_string(c.value) + " case " + std::to_string(&c - cases));
+        EXPECT_GT(b.count, kSeen);
+        EXPECT_TRUE(c.sideX ? dx * c.sideX > 20 : std::abs(dx) < 3) << dx;
+        EXPECT_TRUE(c.sideY ? dy * c.sideY > 20 : std::abs(dy) < 3) << dy;
     }
-}
-
-TEST_F(ObjDraw8Test, TranslationExtrapolatesBeyondItsKeys) {
-    const float from[3] = {0, 0, 0}, to[3] = {1, 0, 0};
-    const XObj8 obj = AnimatedQuad(anim_Translate, AnimRecord("sim/test/anim", from, to, 0, 0, 0, 1));
-    recorder_.animValue = -4; // 4 m to the left: from [1, 3] to [-3, -1]
-    auto [left, right] = Sides(Draw(obj, 0));
-    EXPECT_GT(left.count, 100);
-    EXPECT_EQ(right.count, 0);
 }
 
 TEST_F(ObjDraw8Test, SetUpAndArraysAreIssuedOnlyWhenTheKindOrCockpitModeChanges) {
     XObj8 obj;
-    const int a = AddQuad(obj, -3, -1, -1, 1, kQuadDepthM);
-    const int b = AddQuad(obj, 1, -1, 3, 1, kQuadDepthM);
+    const int a = AddQuad(obj, -3, -1, -1, 1, kQuadDepthM), b = AddQuad(obj, 1, -1, 3, 1, kQuadDepthM);
     obj.geoLines.clear(6);
     const float l0[6] = {-1, 2, kQuadDepthM, 1, 1, 1}, l1[6] = {1, 2, kQuadDepthM, 1, 1, 1};
-    const int lineFirst = static_cast<int>(obj.indices.size());
+    const XObjCmd8 lines = Range(obj8_Lines, static_cast<int>(obj.indices.size()), 2);
     obj.indices.push_back(obj.geoLines.append(l0));
     obj.indices.push_back(obj.geoLines.append(l1));
-    XObjCmd8 lines = Cmd(obj8_Lines);
-    lines.idxOffset = lineFirst;
-    lines.idxCount = 2;
-
+    const XObjCmd8 cockpit = Cmd(attr_Cockpit);
     struct Case {
         std::vector<XObjCmd8> cmds;
         const char* calls;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{Tris(a), Tris(b)}, "poly,arrays"},
-        {{Tris(a), Cmd(attr_Cockpit), Tris(b)}, "poly,arrays,panel"},
-        {{Tris(a), Cmd(attr_Cockpit), Tris(b), Cmd(attr_No_Cockpit), Tris(a)}, "poly,arrays,panel,poly"},
+        {{Tris(a), cockpit, Tris(b)}, "poly,arrays,panel"},
+        {{Tris(a), cockpit, Tris(b), Cmd(attr_No_Cockpit), Tris(a)}, "poly,arrays,panel,poly"},
         {{Tris(a), lines, Tris(b)}, "poly,arrays,line,poly,arrays"},
-        {{Cmd(attr_Cockpit), lines, Tris(a)}, "line,panel,arrays"},
+        {{cockpit, lines, Tris(a)}, "line,panel,arrays"},
     };
+    obj.lods.resize(1);
     for (const Case& c : cases) {
-        XObjLOD8 l;
-        l.cmds = c.cmds;
-        obj.lods = {l};
+        obj.lods[0].cmds = c.cmds;
         recorder_.calls.clear();
         const auto [left, right] = Sides(Draw(obj, 0));
         EXPECT_EQ(recorder_.calls, c.calls);
-        EXPECT_GT(left.count + right.count, 100) << c.calls;
+        EXPECT_GT(left.count + right.count, kSeen) << c.calls;
     }
 }
 
 TEST_F(ObjDraw8Test, PolygonOffsetTurnsDepthWritesOffAndBackOn) {
     XObj8 obj;
-    AddQuad(obj, 1, -1, 3, 1, kQuadDepthM);
-    XObjLOD8 l;
-    l.cmds = {Cmd(attr_Offset, 2)};
-    obj.lods = {l};
+    obj.lods.resize(1);
     GLfloat factor = 0, units = 0;
     GLboolean depthMask = GL_TRUE, offsetOn = GL_FALSE;
-    auto probe = [&] {
-        glGetFloatv(GL_POLYGON_OFFSET_FACTOR, &factor);
-        glGetFloatv(GL_POLYGON_OFFSET_UNITS, &units);
-        glGetBooleanv(GL_DEPTH_WRITEMASK, &depthMask);
-        offsetOn = glIsEnabled(GL_POLYGON_OFFSET_FILL);
-    };
-    Render([&] {
-        ObjDraw8(obj, 0, nullptr, nullptr);
-        probe();
-        glDepthMask(GL_TRUE);
-    });
-    EXPECT_FLOAT_EQ(factor, -10.0f);
-    EXPECT_FLOAT_EQ(units, -1.0f);
-    EXPECT_EQ(depthMask, GL_FALSE);
-    EXPECT_EQ(offsetOn, GL_TRUE);
-
-    obj.lods[0].cmds = {Cmd(attr_Offset, 2), Cmd(attr_Offset, 0)};
-    Render([&] {
-        ObjDraw8(obj, 0, nullptr, nullptr);
-        probe();
-    });
-    EXPECT_FLOAT_EQ(factor, 0.0f);
-    EXPECT_EQ(depthMask, GL_TRUE);
-    EXPECT_EQ(offsetOn, GL_FALSE);
+    for (const bool andBack : {false, true}) {
+        obj.lods[0].cmds = {Cmd(attr_Offset, 2)};
+        if (andBack) obj.lods[0].cmds.push_back(Cmd(attr_Offset, 0));
+        Render([&] {
+            ObjDraw8(obj, 0, nullptr, nullptr);
+            glGetFloatv(GL_POLYGON_OFFSET_FACTOR, &factor);
+            glGetFloatv(GL_POLYGON_OFFSET_UNITS, &units);
+            glGetBooleanv(GL_DEPTH_WRITEMASK, &depthMask);
+            offsetOn = glIsEnabled(GL_POLYGON_OFFSET_FILL);
+            glDepthMask(GL_TRUE);
+        });
+        EXPECT_FLOAT_EQ(factor, andBack ? 0.0f : -10.0f);
+        EXPECT_FLOAT_EQ(units, andBack ? 0.0f : -1.0f);
+        EXPECT_EQ(depthMask, andBack ? GL_TRUE : GL_FALSE);
+        EXPECT_EQ(offsetOn, andBack ? GL_FALSE : GL_TRUE);
+    }
 }
 
-TEST_F(ObjDraw8Test, ResetAndDiffuseSetTheColourOfTheFollowingTriangles) {
+TEST_F(ObjDraw8Test, ColoursOfTrianglesLinesAndLights) {
     XObj8 obj;
     const int q = AddQuad(obj, -1, -1, 1, 1, kQuadDepthM);
-    XObjLOD8 l;
-    l.cmds = {Cmd(attr_Diffuse_RGB, 0, 0, 1), Tris(q)};
-    obj.lods = {l};
+    obj.lods.resize(1);
+    obj.lods[0].cmds = {Cmd(attr_Diffuse_RGB, 0, 0, 1), Tris(q)};
     const Blob blue = Difference(Draw(obj, 0), empty_);
     EXPECT_GT(blue.b, 200);
     EXPECT_LT(blue.r, 40);
@@ -273,67 +207,54 @@ TEST_F(ObjDraw8Test, ResetAndDiffuseSetTheColourOfTheFollowingTriangles) {
     const Blob white = Difference(Draw(obj, 0), empty_);
     EXPECT_GT(white.r, 200);
     EXPECT_GT(white.g, 200);
-}
 
-TEST_F(ObjDraw8Test, LinesAndLightsTakeTheirColoursFromTheirPools) {
-    XObj8 obj;
+    // A green line above the centre through the index list; lights straight from their pool: the
+    // second of two, red, on the centre below the line.
+    obj = XObj8();
     obj.geoLines.clear(6);
     obj.geoLights.clear(6);
-    // A green horizontal line above the centre, through the index list.
     const float a[6] = {-3, 1, kQuadDepthM, 0, 1, 0}, b[6] = {3, 1, kQuadDepthM, 0, 1, 0};
     obj.indices = {obj.geoLines.append(a), obj.geoLines.append(b)};
-    XObjCmd8 lines = Cmd(obj8_Lines);
-    lines.idxOffset = 0;
-    lines.idxCount = 2;
-    // Lights straight from their pool: the second of two, red, on the centre below the line.
     const float off[6] = {3, -3, kQuadDepthM, 0, 0, 1}, red[6] = {0, -1, kQuadDepthM, 1, 0, 0};
     obj.geoLights.append(off);
     obj.geoLights.append(red);
-    XObjCmd8 lights = Cmd(obj8_Lights);
-    lights.idxOffset = 1;
-    lights.idxCount = 1;
-    XObjLOD8 l;
-    l.cmds = {lines, lights};
-    obj.lods = {l};
+    obj.lods.resize(1);
+    obj.lods[0].cmds = {Range(obj8_Lines, 0, 2), Range(obj8_Lights, 1, 1)};
     const auto image = Render([&] {
         glDisable(GL_LIGHTING);
         glPointSize(5);
         ObjDraw8(obj, 0, nullptr, nullptr);
         glPointSize(1);
     });
-    const Blob drawn = Difference(image, empty_);
-    EXPECT_GT(drawn.count, 100);
-    int greenAbove = 0, redBelow = 0, blueAnywhere = 0;
-    for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x) {
-            const uint32_t p = image.at(x, y);
-            const int r = p >> 24, g = (p >> 16) & 0xFF, bl = (p >> 8) & 0xFF;
-            greenAbove += (g > 200 && r < 60 && bl < 60 && y > kFrameH / 2) ? 1 : 0;
-            redBelow +=
-                (r > 200 && g < 60 && bl < 60 && y < kFrameH / 2 && std::abs(x - kFrameW / 2) < 6) ? 1 : 0;
-            blueAnywhere += (bl > 200 && r < 60 && g < 60) ? 1 : 0;
-        }
-    EXPECT_GT(greenAbove, 100) << "the line, in its pool's colour";
-    EXPECT_GT(redBelow, 4) << "the second light";
-    EXPECT_EQ(blueAnywhere, 0) << "the first light is not drawn";
+    auto count = [&](auto picked) {
+        return kalvora_test::PixelsWhere(image,
+                                         [&](int x, int y) { return picked(ColorOf(image.at(x, y)), x, y); })
+            .count;
+    };
+    EXPECT_GT(count([](kalvora_test::Rgb c, int, int y) {
+                  return c.g > 200 && c.r < 60 && c.b < 60 && y > kFrameH / 2;
+              }),
+              kSeen)
+        << "the line, in its pool's colour";
+    EXPECT_GT(count([](kalvora_test::Rgb c, int x, int y) {
+                  return c.r > 200 && c.g < 60 && c.b < 60 && y < kFrameH / 2 &&
+                         std::abs(x - kFrameW / 2) < 6;
+              }),
+              4)
+        << "the second light";
+    EXPECT_EQ(count([](kalvora_test::Rgb c, int, int) { return c.b > 200 && c.r < 60 && c.g < 60; }), 0)
+        << "the first light is not drawn";
 }
 
 TEST_F(ObjDraw8Test, EveryValidCorpusModelDrawsWithoutAnOpenGLError) {
     KALVORA_REQUIRE_CORPUS();
-    const std::string dir = corpusPath("obj8");
-    DIR* d = opendir(dir.c_str());
-    ASSERT_NE(d, nullptr);
-    std::vector<std::string> names;
-    while (dirent* e = readdir(d))
-        if (std::string(e->d_name).size() > 4 &&
-            std::string(e->d_name).substr(std::string(e->d_name).size() - 4) == ".obj")
-            names.push_back(e->d_name);
-    closedir(d);
     int drawn = 0;
-    for (const std::string& name : names) {
+    for (const auto& e : std::filesystem::directory_iterator(kalvora_test::corpusPath("obj8"))) {
         XObj8 obj;
-        std::string why;
-        if (!XObj8Read((dir + "/" + name).c_str(), obj) || !XObj8Validate(obj, &why)) continue;
+        const std::string name = e.path().filename().string();
+        if (e.path().extension() != ".obj" || !XObj8Read(e.path().c_str(), obj) ||
+            !XObj8Validate(obj, nullptr))
+            continue;
         GLenum error = GL_NO_ERROR;
         testing::internal::CaptureStdout();
         Render([&] {

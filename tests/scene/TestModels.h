@@ -4,14 +4,11 @@
 
 #include "objects/ObjModel.h"
 
-#include <string>
-
 namespace kalvora_scene_test {
 
 /// Appends a quad facing +Z at depth z (metres) over [x0, x1] x [y0, y1], texture 0..1; returns its
 /// first index position (six indices follow).
 inline int AddQuad(XObj8& obj, float x0, float y0, float x1, float y1, float z) {
-    if (obj.geoTris.depth != 8) obj.geoTris.clear(8);
     const float v[4][8] = {{x0, y0, z, 0, 0, 1, 0, 0},
                            {x1, y0, z, 0, 0, 1, 1, 0},
                            {x1, y1, z, 0, 0, 1, 1, 1},
@@ -25,7 +22,7 @@ inline int AddQuad(XObj8& obj, float x0, float y0, float x1, float y1, float z) 
     return first;
 }
 
-/// A command with up to four numbers.
+/// A command with up to three numbers, or over `count` indices (records) from `offset`.
 inline XObjCmd8 Cmd(int id, float p0 = 0, float p1 = 0, float p2 = 0) {
     XObjCmd8 c{};
     c.id = id;
@@ -34,44 +31,25 @@ inline XObjCmd8 Cmd(int id, float p0 = 0, float p1 = 0, float p2 = 0) {
     c.params[2] = p2;
     return c;
 }
-
-/// A TRIS command over `count` indices from `offset`.
-inline XObjCmd8 Tris(int offset, int count = 6) {
-    XObjCmd8 c = Cmd(obj8_Tris);
+inline XObjCmd8 Range(int id, int offset, int count = 0) {
+    XObjCmd8 c = Cmd(id);
     c.idxOffset = offset;
     c.idxCount = count;
     return c;
 }
-
-/// An animation command pointing at record `record`.
-inline XObjCmd8 Anim(int id, int record) {
-    XObjCmd8 c = Cmd(id);
-    c.idxOffset = record;
-    return c;
+/// A TRIS command over the six indices of a quad from `offset`.
+inline XObjCmd8 Tris(int offset) {
+    return Range(obj8_Tris, offset, 6);
 }
 
-/// A level of detail over [near, far] metres.
-inline XObjLOD8 Lod(float nearM, float farM) {
-    XObjLOD8 l;
-    l.lodNear = nearM;
-    l.lodFar = farM;
-    return l;
-}
-
-/// An animation record with two keys.
-inline XObjAnim8 AnimRecord(const std::string& dataref, const float xyz0[3], const float xyz1[3],
-                            float angle0, float angle1, float value0, float value1) {
-    XObjAnim8 a;
-    a.dataref = dataref;
-    for (int i = 0; i < 3; ++i) {
-        a.key[0].xyz[i] = xyz0[i];
-        a.key[1].xyz[i] = xyz1[i];
-    }
-    a.key[0].angle = angle0;
-    a.key[1].angle = angle1;
-    a.key[0].value = value0;
-    a.key[1].value = value1;
-    return a;
+/// A quad right of centre, 10 m ahead, inside ANIM_begin/ANIM_end with one animation step.
+inline XObj8 AnimatedQuad(int animId, const XObjAnim8& record) {
+    XObj8 obj;
+    const int q = AddQuad(obj, 1, -0.5f, 3, 0.5f, -10.0f);
+    obj.animations = {record};
+    obj.lods.emplace_back();
+    obj.lods[0].cmds = {Cmd(anim_Begin), Range(animId, 0), Tris(q), Cmd(anim_End)};
+    return obj;
 }
 
 } // namespace kalvora_scene_test

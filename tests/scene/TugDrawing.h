@@ -1,10 +1,10 @@
-// A shipped tug model drawn by ObjDraw8 and read back corner by corner through
-// OpenGL feedback, in the model's own frame (metres): the body's triangles and
-// each wheel's, so tests can see how far and which way every part moved.
+// Kalvora's shipped tug models split into what moves and what does not, drawn by
+// ObjDraw8 and read back corner by corner through OpenGL feedback, in the model's
+// own frame (metres): the body's triangles and each wheel's, so tests can see how
+// far and which way every part moved.
 #pragma once
 
 #include "SceneFixture.h"
-#include "TugParts.h"
 
 #include "objects/Obj8Reader.h"
 #include "objects/Obj8Validate.h"
@@ -13,14 +13,58 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <string>
+#include <vector>
 
 namespace kalvora_scene_test {
+
+/// The folder of the plug-in's data as shipped in the source tree.
+const std::string kShippedAssets = std::string(KALVORA_SOURCE_DIR) + "/assets/Kalvora/";
+/// The tug models that carry wheel animations.
+const char* const kTugModels[] = {"KLVdefault", "KLVtowbarless"};
+/// The published datarefs that drive them.
+constexpr const char* kSteeringRef = "halvern/kalvora/truck/steering_deg";
+constexpr const char* kRollingRef = "halvern/kalvora/truck/wheel_rotation_deg";
+
+/// One animated group of a level: its steps (animation commands) and its TRIS commands, in order.
+struct AnimatedGroup {
+    std::vector<XObjCmd8> steps;
+    std::vector<XObjCmd8> tris;
+};
+
+/// The commands of one level sorted into static TRIS and animated groups (nested groups are
+/// flattened into the outermost one); false when ANIM_begin and ANIM_end do not pair up.
+inline bool SplitLevel(const XObjLOD8& lod, std::vector<XObjCmd8>& staticTris,
+                       std::vector<AnimatedGroup>& groups) {
+    int depth = 0;
+    for (const XObjCmd8& c : lod.cmds) {
+        switch (c.id) {
+        case anim_Begin:
+            if (depth++ == 0) groups.emplace_back();
+            break;
+        case anim_End:
+            if (--depth < 0) return false;
+            break;
+        case anim_Rotate:
+        case anim_Translate:
+            if (depth == 0) return false; // an animation outside a group would move everything after it
+            groups.back().steps.push_back(c);
+            break;
+        case obj8_Tris:
+            (depth == 0 ? staticTris : groups.back().tris).push_back(c);
+            break;
+        default:
+            break;
+        }
+    }
+    return depth == 0;
+}
 
 constexpr float kBoxM = 20.0f;       ///< half size of the orthographic box the tug is drawn in, metres
 constexpr double kSameM = 2e-3;      ///< two drawn corners closer than this are the same, metres
 constexpr double kAngleTolDeg = 0.3; ///< tolerance of an angle measured from drawn corners
 constexpr double kMinArmM = 0.1;     ///< corners nearer a rotation axis than this give no angle
-constexpr double kRadPerDeg = 0.017453292519943295;
+using kalvora_test::kRadPerDeg;
 
 /// A drawn point, metres in the model frame.
 struct P3 {

@@ -1,7 +1,7 @@
 // The shipped tugs' wheels as ObjDraw8 draws them, read back vertex by vertex
-// through OpenGL feedback: steering turns the steered wheels about +Y clockwise
-// seen from above, rolling turns every wheel forward about its own axle, the body
-// never moves.
+// through OpenGL feedback: four wheels in pairs on the apron; steering turns the
+// axle nearer the aircraft about +Y clockwise seen from above; rolling turns every
+// wheel forward about its own axle, one turn per turn; the body never moves.
 #include "TugDrawing.h"
 
 using namespace kalvora_scene_test;
@@ -41,7 +41,7 @@ TEST_P(TugWheelAnimation, AtRestTheWheelsStandOnTheApronInPairs) {
     EXPECT_EQ(std::count(steers_.begin(), steers_.end(), true), 2);
 }
 
-TEST_P(TugWheelAnimation, RollingTurnsEveryWheelForwardAboutItsOwnAxle) {
+TEST_P(TugWheelAnimation, RollingTurnsEveryWheelForwardAboutItsOwnAxleOneTurnPerTurn) {
     constexpr double kRolledDeg = 30;
     const Drawn rolled = DrawTug(Drive{0, static_cast<float>(kRolledDeg)});
     EXPECT_LT(Moved(rolled.body, rest_.body), kSameM) << "the body stays put";
@@ -64,9 +64,16 @@ TEST_P(TugWheelAnimation, RollingTurnsEveryWheelForwardAboutItsOwnAxle) {
         EXPECT_LT(after[top].z, before[top].z - 0.1)
             << "wheel " << w << ": the tyre's top moves forward (-Z)";
     }
+    // The wrap of the rolling value from a full turn to zero does not jump: one degree of a tyre well under
+    // a metre in radius moves no corner by more than 2 cm.
+    const Drawn late = DrawTug(Drive{0, 359.5f}), early = DrawTug(Drive{0, 0.5f});
+    for (size_t w = 0; w < rest_.wheels.size(); ++w) {
+        EXPECT_LT(Moved(late.wheels[w], early.wheels[w]), 0.02) << "wheel " << w;
+        EXPECT_GT(Moved(late.wheels[w], early.wheels[w]), kSameM) << "wheel " << w << " did turn";
+    }
 }
 
-TEST_P(TugWheelAnimation, SteeringTurnsTheNearAxleClockwiseSeenFromAbove) {
+TEST_P(TugWheelAnimation, SteeringTurnsTheNearAxleClockwiseSeenFromAboveBeforeItRolls) {
     constexpr double kSteerDeg = 10;
     const Drawn steered = DrawTug(Drive{static_cast<float>(kSteerDeg), 0});
     EXPECT_LT(Moved(steered.body, rest_.body), kSameM) << "the body stays put";
@@ -96,30 +103,17 @@ TEST_P(TugWheelAnimation, SteeringTurnsTheNearAxleClockwiseSeenFromAbove) {
         EXPECT_GT(after[front].x, before[front].x + 0.02) << "wheel " << w << ": its front swings right (+X)";
     }
     EXPECT_GT(steeredZ, fixedZ) << "the steered wheels are the ones nearer the aircraft (+Z)";
-}
 
-TEST_P(TugWheelAnimation, ASteeredWheelRollsAboutItsTurnedAxle) {
-    constexpr float kSteerDeg = -8, kRolledDeg = 50;
-    const Drawn rolled = DrawTug(Drive{0, kRolledDeg});
-    const Drawn both = DrawTug(Drive{kSteerDeg, kRolledDeg});
+    // Steered and rolled: the rolled wheel, then turned about the vertical through its centre.
+    constexpr float kBothSteerDeg = -8, kBothRolledDeg = 50;
+    const Drawn rolled = DrawTug(Drive{0, kBothRolledDeg}),
+                both = DrawTug(Drive{kBothSteerDeg, kBothRolledDeg});
     EXPECT_LT(Moved(both.body, rest_.body), kSameM);
     for (size_t w = 0; w < rest_.wheels.size(); ++w) {
-        // The rolled wheel, then turned about the vertical through its centre (clockwise = negative).
-        const P3 c = Centre(rest_.wheels[w]);
         Corners expected;
         for (const P3& p : rolled.wheels[w])
-            expected.push_back(steers_[w] ? TurnAboutY(p, c, -kSteerDeg) : p);
+            expected.push_back(steers_[w] ? TurnAboutY(p, Centre(rest_.wheels[w]), -kBothSteerDeg) : p);
         EXPECT_LT(Moved(both.wheels[w], expected), kSameM) << "wheel " << w;
-    }
-}
-
-TEST_P(TugWheelAnimation, TheWrapFromAFullTurnToZeroDoesNotJump) {
-    const Drawn late = DrawTug(Drive{0, 359.5f});
-    const Drawn early = DrawTug(Drive{0, 0.5f});
-    for (size_t w = 0; w < rest_.wheels.size(); ++w) {
-        // One degree of a tyre well under a metre in radius moves no corner by more than 2 cm.
-        EXPECT_LT(Moved(late.wheels[w], early.wheels[w]), 0.02) << "wheel " << w;
-        EXPECT_GT(Moved(late.wheels[w], early.wheels[w]), kSameM) << "wheel " << w << " did turn";
     }
 }
 

@@ -12,8 +12,7 @@ namespace kalvora_fuzz {
 /// scope (the fuzzer ends a timed run without running exit handlers, so nothing may be left to them).
 class InputFile {
 public:
-    InputFile(const uint8_t* data, size_t size)
-        : path_("/tmp/kalvora-fuzz-utils-" + std::to_string(getpid())) {
+    InputFile(const uint8_t* data, size_t size) : path_("/tmp/kalvora-fuzz-" + std::to_string(getpid())) {
         if (FILE* out = std::fopen(path_.c_str(), "wb")) {
             std::fwrite(data, 1, size, out);
             std::fclose(out);
