@@ -177,7 +177,7 @@ TEST(PropertiesSave, UnwritableTargetReportsAndKeepsTheOldFile) {
     std::ostringstream renameErrors;
     props.save(&renameErrors);
     EXPECT_EQ(renameErrors.str(), "Error: can't open HV_Properties file for writing'" + folder + "'\n");
-    EXPECT_EQ(TempFolder::read(folder + "/keep"), "mine");
+    EXPECT_EQ(ReadFile(folder + "/keep"), "mine");
     std::vector<std::string> left;
     HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
     EXPECT_TRUE(left.empty()); // files only: no temporary beside the folder
