@@ -17,8 +17,8 @@
 #include "toolkit/PopupMenu.h"
 
 using namespace toolkit_test;
-using kalvora_test::Rgb;
 namespace fs = std::filesystem;
+using Rgb = kalvora_test::Rgb;
 
 namespace {
 
@@ -77,17 +77,29 @@ TEST_F(Drawing, APanelIsFilledWithItsStylesBackgroundUntilHidden) {
 }
 
 TEST_F(Drawing, APictureShowsItsPieceAndTheNightTintDarkensIt) {
+    // A 16 x 16 green BMP written by the product's own writer: its rows of 48 bytes are already a
+    // multiple of four and take no padding, which the texture loader expects too.
+    ImageInfo image{};
+    ASSERT_EQ(CreateNewBitmap(16, 16, 3, &image), 0);
+    for (long y = 0; y < 16; ++y)
+        for (long x = 0; x < 16; ++x) {
+            unsigned char* p = image.data + y * BitmapRowBytes(&image) + x * 3;
+            p[0] = 0; // blue, green, red
+            p[1] = 255;
+            p[2] = 0;
+        }
     const std::string bmp = dir.file("solid.bmp");
-    ASSERT_TRUE(kalvora_test::WritePicture(bmp, kalvora_test::PictureFormat::Bmp, 15, Rgb{0, 255, 0}));
+    ASSERT_EQ(WriteBitmapToFile(&image, bmp.c_str()), 0);
+    DestroyBitmap(&image);
     HV_Texture texture(true);
     ASSERT_TRUE(texture.LoadBMP(bmp.c_str()));
     HV_Window pictures(nullptr, nullptr, 200, "Pictures", false, true);
-    auto* day = new HV_CtrlPicture(&texture, 0, 0, 15, 15, false, true);
-    auto* night = new HV_CtrlPicture(&texture, 0, 0, 15, 15, true, true);
+    auto* day = new HV_CtrlPicture(&texture, 0, 0, 16, 16, false, true);
+    auto* night = new HV_CtrlPicture(&texture, 0, 0, 16, 16, true, true);
     ASSERT_TRUE(pictures.AddChild(day));
     ASSERT_TRUE(pictures.AddChild(night));
-    EXPECT_EQ(GeometryOf(day->widget).width(), 15);
-    EXPECT_EQ(GeometryOf(day->widget).height(), 15);
+    EXPECT_EQ(GeometryOf(day->widget).width(), 16);
+    EXPECT_EQ(GeometryOf(day->widget).height(), 16);
     host().set("sim/graphics/misc/cockpit_light_level_r", 0.0);
     host().set("sim/graphics/misc/cockpit_light_level_g", 0.25);
     host().set("sim/graphics/misc/cockpit_light_level_b", 0.0);
