@@ -14,17 +14,13 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 
+namespace kalvora_test {
 namespace {
 
 namespace fs = std::filesystem;
-using kalvora_test::ReadFile;
-using kalvora_test::TempFolder;
-using simhost::cli::Scenario;
-using simhost::cli::ScenarioOptions;
 using simhost::cli::ScenarioSummary;
 
 constexpr double kStepM = 0.1; // push step per frame at the default truck speed, metres
@@ -32,11 +28,6 @@ constexpr double kStepM = 0.1; // push step per frame at the default truck speed
 /// Push length of the automated and straight manoeuvres: 3/4 of the whole-metre half length, cut.
 int ExpectedPushLength(double sizeZ) {
     return static_cast<int>(0.75 * static_cast<int>(sizeZ));
-}
-
-/// End heading of a turn from a start heading (tail left +90, tail right -90, whole degrees).
-double ExpectedFinalHeading(double start, bool tailLeft) {
-    return static_cast<int>(start) + (tailLeft ? 90 : -90);
 }
 
 class ScenarioTest : public ::testing::Test {
@@ -47,7 +38,7 @@ protected:
     }
 
     ScenarioSummary Run(const std::string& name) {
-        const Scenario* s = simhost::cli::findScenario(name);
+        const simhost::cli::Scenario* s = simhost::cli::findScenario(name);
         EXPECT_NE(s, nullptr) << name;
         if (!s) return {};
         std::ostringstream progress;
@@ -57,34 +48,38 @@ protected:
         return summary;
     }
 
+    static bool RenderingAvailable() {
+        simhost::HostOptions probe;
+        probe.render = true;
+        return simhost::Host(probe).renderingAvailable();
+    }
+
     const TempFolder report;
-    ScenarioOptions options;
+    simhost::cli::ScenarioOptions options;
 };
 
-TEST_F(ScenarioTest, DemoPushesTheLengthOfTheAircraftThenTurnsTailLeft) {
+TEST_F(ScenarioTest, DemoPushesTheLengthOfTheAircraftThenTurnsTailLeftAndReportsIt) {
     options.reportDir = report.path();
     const ScenarioSummary s = Run("demo");
     ASSERT_TRUE(s.loaded);
     EXPECT_TRUE(s.cleared);
     EXPECT_NEAR(s.startHeadingDeg, 40, 1e-3);
     EXPECT_NEAR(s.straightLegM, ExpectedPushLength(s.aircraftSizeZ), kStepM + 1e-6);
-    // The turn stops once the whole-degree heading reaches the end heading.
-    EXPECT_GE(s.finalHeadingDeg, ExpectedFinalHeading(40, true));
-    EXPECT_LT(s.finalHeadingDeg, ExpectedFinalHeading(40, true) + 1);
     EXPECT_NEAR(s.headingChangeDeg, s.finalHeadingDeg - 40, 1e-3);
+    // The turn stops once the whole-degree heading reaches the end heading.
+    EXPECT_GE(s.finalHeadingDeg, 40 + 90);
+    EXPECT_LT(s.finalHeadingDeg, 40 + 90 + 1);
     EXPECT_GT(s.pathLengthM, s.straightLegM);
     EXPECT_EQ(static_cast<int>(s.trace.size()), s.frames);
-
     // The phases come in the order a pilot sees them.
     std::vector<std::string> phases;
     for (const auto& row : s.trace)
         if (phases.empty() || phases.back() != row.phase) phases.push_back(row.phase);
     EXPECT_EQ(phases, (std::vector<std::string>{"parked", "truck arriving", "waiting for brake", "pushing",
                                                 "turning", "truck leaving", "cleared"}));
-
-    // The truck ends up away from the nose gear it pushed.
     const auto& last = s.trace.back();
-    EXPECT_GT(std::hypot(last.truckX - last.noseGearX, last.truckZ - last.noseGearZ), 10.0);
+    EXPECT_GT(std::hypot(last.truckX - last.noseGearX, last.truckZ - last.noseGearZ), 10.0)
+        << "the truck ends up away from the nose gear it pushed";
 
     const std::string transcript = ReadFile(report / "transcript.txt");
     EXPECT_NE(transcript.find("speech  Ok, D-AKLV we are ready to push back tail left."), std::string::npos)
@@ -100,41 +95,42 @@ TEST_F(ScenarioTest, DemoPushesTheLengthOfTheAircraftThenTurnsTailLeft) {
     EXPECT_TRUE(fs::exists(report / "Kalvora.log"));
 }
 
-TEST_F(ScenarioTest, TailRightEndsNinetyDegreesLower) {
-    const ScenarioSummary s = Run("tail-right");
-    EXPECT_TRUE(s.cleared);
-    EXPECT_GE(s.finalHeadingDeg, ExpectedFinalHeading(130, false));
-    EXPECT_LT(s.finalHeadingDeg, ExpectedFinalHeading(130, false) + 1);
-    EXPECT_NEAR(s.straightLegM, ExpectedPushLength(s.aircraftSizeZ), kStepM + 1e-6);
-}
-
-TEST_F(ScenarioTest, TurnLeftTurnsFromTheStandWithoutAStraightLeg) {
-    const ScenarioSummary s = Run("turn-left");
-    EXPECT_TRUE(s.cleared);
-    EXPECT_LT(s.straightLegM, 2 * kStepM);
-    EXPECT_GE(s.finalHeadingDeg, ExpectedFinalHeading(40, true));
-    EXPECT_LT(s.finalHeadingDeg, ExpectedFinalHeading(40, true) + 1);
-}
-
-TEST_F(ScenarioTest, StraightKeepsTheHeadingAndAnyProfileGetsItsOwnLength) {
-    for (const char* aircraft : {"A320", "B744", "C172"}) {
-        options.aircraft = aircraft;
-        const ScenarioSummary s = Run("straight");
-        EXPECT_TRUE(s.cleared) << aircraft;
-        EXPECT_NEAR(s.headingChangeDeg, 0, 1e-3) << aircraft;
-        EXPECT_NEAR(s.pathLengthM, ExpectedPushLength(s.aircraftSizeZ), kStepM + 1e-6) << aircraft;
+TEST_F(ScenarioTest, EachScenarioEndsAsItsManoeuvreShould) {
+    enum Leg { kWhole, kNone, kCut };
+    const struct {
+        const char* scenario;
+        const char* aircraft;
+        double startDeg;
+        int turnDeg; ///< tail left +90, tail right -90; the end is the whole-degree start plus this
+        Leg leg;
+        bool cleared;
+    } cases[] = {
+        {"tail-right", "A320", 130, -90, kWhole, true}, {"turn-left", "A320", 40, 90, kNone, true},
+        {"straight", "A320", 40, 0, kWhole, true},      {"straight", "B744", 40, 0, kWhole, true},
+        {"straight", "C172", 40, 0, kWhole, true},      {"stop-midway", "A320", 40, 0, kCut, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.scenario) + " " + c.aircraft);
+        options.aircraft = c.aircraft;
+        const ScenarioSummary s = Run(c.scenario);
+        EXPECT_EQ(s.cleared, c.cleared);
+        const int length = ExpectedPushLength(s.aircraftSizeZ);
+        if (c.turnDeg) {
+            EXPECT_GE(s.finalHeadingDeg, static_cast<int>(c.startDeg) + c.turnDeg);
+            EXPECT_LT(s.finalHeadingDeg, static_cast<int>(c.startDeg) + c.turnDeg + 1);
+        } else {
+            EXPECT_NEAR(s.headingChangeDeg, 0, 1e-3);
+        }
+        if (c.leg == kWhole) EXPECT_NEAR(s.straightLegM, length, kStepM + 1e-6);
+        if (c.leg == kWhole && !c.turnDeg) EXPECT_NEAR(s.pathLengthM, length, kStepM + 1e-6);
+        if (c.leg == kNone) EXPECT_LT(s.straightLegM, 2 * kStepM);
+        if (c.leg == kCut) {
+            EXPECT_GT(s.pathLengthM, 1.0);
+            EXPECT_LT(s.pathLengthM, length - 1.0);
+            EXPECT_EQ(s.trace.back().phase, "stopped");
+        }
     }
-}
 
-TEST_F(ScenarioTest, StopMidwayLeavesThePushShortAndUncleared) {
-    const ScenarioSummary s = Run("stop-midway");
-    EXPECT_FALSE(s.cleared);
-    EXPECT_GT(s.pathLengthM, 1.0);
-    EXPECT_LT(s.pathLengthM, ExpectedPushLength(s.aircraftSizeZ) - 1.0);
-    EXPECT_EQ(s.trace.back().phase, "stopped");
-}
-
-TEST_F(ScenarioTest, EnginesRunningAreRefusedWithTheWarningDialog) {
     const ScenarioSummary s = Run("engines-running");
     EXPECT_FALSE(s.cleared);
     EXPECT_EQ(s.pathLengthM, 0.0);
@@ -145,64 +141,47 @@ TEST_F(ScenarioTest, EnginesRunningAreRefusedWithTheWarningDialog) {
 
 // Before 11.50 the plug-in draws the truck itself; from 11.50 simhost draws its object instance.
 TEST_F(ScenarioTest, RenderedFramesShowTheTruckOnOlderAndModernVersions) {
-    {
-        simhost::HostOptions probe;
-        probe.render = true;
-        simhost::Host host(probe);
-        if (!host.renderingAvailable()) GTEST_SKIP() << "no OpenGL rendering on this machine";
-    }
+    if (!RenderingAvailable()) GTEST_SKIP() << "no OpenGL rendering on this machine";
     options.drawWorld = false; // the truck is then whatever is not sky
     for (const int version : {11410, 12100}) {
         SCOPED_TRACE(version);
         const fs::path dir = report / std::to_string(version);
         options.reportDir = dir.string();
         options.xplaneVersion = version;
-        const ScenarioSummary s = Run("straight");
-        ASSERT_TRUE(s.cleared);
+        ASSERT_TRUE(Run("straight").cleared);
         for (const char* frame : {"truck-arriving.png", "pushing.png", "truck-leaving.png"}) {
             int w = 0, h = 0, channels = 0;
             unsigned char* px = stbi_load((dir / "frames" / frame).c_str(), &w, &h, &channels, 3);
             ASSERT_NE(px, nullptr) << frame;
             // Something besides the sky in the middle half of the picture, where the camera looks at the
             // aircraft (the crew's message window sits at the top).
-            bool varied = false;
             const unsigned char* sky = px + (h / 4) * w * 3;
-            for (int y = h / 4; y < 3 * h / 4 && !varied; ++y)
-                for (int x = 0; x < w && !varied; ++x) {
-                    const unsigned char* p = px + (y * w + x) * 3;
-                    varied = p[0] != sky[0] || p[1] != sky[1] || p[2] != sky[2];
-                }
+            const unsigned char* end = px + (3 * h / 4) * w * 3;
+            bool varied = false;
+            for (const unsigned char* p = sky; p < end && !varied; p += 3)
+                varied = p[0] != sky[0] || p[1] != sky[1] || p[2] != sky[2];
             stbi_image_free(px);
             EXPECT_TRUE(varied) << frame << " is empty";
         }
     }
-}
 
-TEST_F(ScenarioTest, ARenderFolderGetsEveryFrame) {
-    {
-        simhost::HostOptions probe;
-        probe.render = true;
-        simhost::Host host(probe);
-        if (!host.renderingAvailable()) GTEST_SKIP() << "no OpenGL rendering on this machine";
-    }
     options.renderDir = (report / "every-frame").string();
     options.fps = 4;                                  // few frames to write
     const ScenarioSummary s = Run("engines-running"); // refused at once: a short run
     ASSERT_GT(s.frames, 0);
-    const auto written = std::distance(fs::directory_iterator(options.renderDir), fs::directory_iterator());
-    EXPECT_EQ(written, s.frames);
+    EXPECT_EQ(std::distance(fs::directory_iterator(options.renderDir), fs::directory_iterator()), s.frames);
     EXPECT_TRUE(fs::exists(fs::path(options.renderDir) / "frame-00001.png"));
 }
 
-TEST_F(ScenarioTest, AnUnknownPluginIsReportedNotThrown) {
+TEST_F(ScenarioTest, AnUnknownPluginOrScenarioIsReportedNotThrown) {
     options.plugin = "/nonexistent/Kalvora.xpl";
-    const Scenario* s = simhost::cli::findScenario("demo");
-    ASSERT_NE(s, nullptr);
     std::ostringstream progress;
-    const ScenarioSummary summary = simhost::cli::runScenario(*s, options, progress);
+    const ScenarioSummary summary =
+        simhost::cli::runScenario(*simhost::cli::findScenario("demo"), options, progress);
     EXPECT_FALSE(summary.loaded);
     EXPECT_FALSE(summary.error.empty());
     EXPECT_EQ(simhost::cli::findScenario("no-such-scenario"), nullptr);
 }
 
 } // namespace
+} // namespace kalvora_test

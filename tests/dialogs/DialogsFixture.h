@@ -58,23 +58,19 @@ protected:
         return simhost::dragSliderTo(*host, slider->widget, value);
     }
 
-    static std::string TextOf(HV_CtrlText* text) {
+    /// The text of a text line or a button.
+    template <class Control> static std::string TextOf(Control* control) {
         char buffer[200];
-        text->GetText(buffer, sizeof buffer);
-        return buffer;
-    }
-    static std::string TextOf(HV_CtrlButton* button) {
-        char buffer[200];
-        button->GetText(buffer, sizeof buffer);
+        control->GetText(buffer, sizeof buffer);
         return buffer;
     }
 
-    /// What the plug-in has registered now, lines starting with `prefix`.
-    std::vector<std::string> Registered(const std::string& prefix) {
-        std::vector<std::string> found;
+    /// How many of the plug-in's registrations now start with `prefix`.
+    int Registered(const std::string& prefix) {
+        int n = 0;
         for (const std::string& line : host->registrations(pluginId))
-            if (line.rfind(prefix, 0) == 0) found.push_back(line);
-        return found;
+            n += line.rfind(prefix, 0) == 0;
+        return n;
     }
 };
 

@@ -1,4 +1,4 @@
-// The free-move panel and keys driving a push that runs in simhost.
+// The free-move panel and its keys driving a push that runs in simhost.
 #include "pushback/PushbackFixture.h"
 
 #include "XPLMDisplay.h"
@@ -12,6 +12,9 @@
 
 namespace kalvora_test {
 namespace {
+
+// The panel's default keys (virtual key codes).
+constexpr int kKeyForward = 0xB3, kKeyRelease = 0xB4, kKeyLeft = 0xB5, kKeyRight = 0xB6;
 
 int gPassedKeys = 0;
 void CountKey(void*) {
@@ -40,20 +43,23 @@ protected:
             if (line.rfind("key sniffer", 0) == 0) return true;
         return false;
     }
+    /// The requested direction and turn.
+    void ExpectRequest(int direction, int turn) {
+        EXPECT_EQ(gKLVPlaneMoveDirection, direction);
+        EXPECT_EQ(gKLVPlaneRotateDir, turn);
+    }
 };
 
-TEST_F(FreeMoveTest, PanelLayout) {
-    OpenFreeMovePanel();
-    FreeMove* p = OpenedFreeMovePanel();
+TEST_F(FreeMoveTest, ThePanelsButtonsSetTheMotionRequests) {
+    FreeMove* p = PushWithPanel();
     ASSERT_NE(p, nullptr);
-    simhost::WidgetInfo info;
+    simhost::WidgetInfo info, left, forward, right, reverse;
     ASSERT_TRUE(simhost::widgetInfo(p->window->widget, info));
     EXPECT_EQ(info.descriptor, "Truck Movements Control Panel");
     EXPECT_EQ(info.right - info.left, 330);
     for (const char* label :
          {" Left ", "Right ", "Forward", "Reverse", "Stop", "Release Truck", "Truck speed"})
         EXPECT_NE(simhost::findWidget(label, p->window->widget), nullptr) << "'" << label << "'";
-    simhost::WidgetInfo left, forward, right, reverse;
     ASSERT_TRUE(simhost::widgetInfo(p->leftButton->widget, left));
     ASSERT_TRUE(simhost::widgetInfo(p->forwardButton->widget, forward));
     ASSERT_TRUE(simhost::widgetInfo(p->rightButton->widget, right));
@@ -61,34 +67,24 @@ TEST_F(FreeMoveTest, PanelLayout) {
     EXPECT_LT(left.right, forward.left + 1);
     EXPECT_LT(forward.right, right.left + 1);
     EXPECT_EQ(left.top, right.top) << "left and right stand on one row";
-    EXPECT_LT(forward.top, info.top);
     EXPECT_LT(reverse.top, forward.bottom - 60) << "the truck picture lies between forward and reverse";
-    EXPECT_TRUE(SnifferRegistered());
     OpenFreeMovePanel();
     EXPECT_EQ(OpenedFreeMovePanel(), p) << "one panel at a time";
-}
 
-TEST_F(FreeMoveTest, ButtonsSetTheMotionRequests) {
-    FreeMove* p = PushWithPanel();
-    ASSERT_NE(p, nullptr);
     ASSERT_TRUE(Click(p->forwardButton));
-    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveForward);
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateStraight);
+    ExpectRequest(kMoveForward, kRotateStraight);
     ASSERT_TRUE(Click(p->leftButton));
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailLeft);
-    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveForward) << "a turn keeps the direction";
+    ExpectRequest(kMoveForward, kRotateTailLeft); // a turn keeps the direction
     ASSERT_TRUE(Click(p->rightButton));
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailRight);
+    ExpectRequest(kMoveForward, kRotateTailRight);
     ASSERT_TRUE(Click(p->reverseButton));
-    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveBackward);
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateStraight);
+    ExpectRequest(kMoveBackward, kRotateStraight);
     ASSERT_TRUE(Click(p->stopButton));
     EXPECT_EQ(gKLVPlaneMoveDirection, kMoveNone);
     EXPECT_TRUE(gKLVisPlaneMoving) << "stop keeps the aircraft hooked up";
-    // Left while stopped changes only the turn request.
     ASSERT_TRUE(Click(p->leftButton));
-    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveNone);
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailLeft);
+    ExpectRequest(kMoveNone, kRotateTailLeft); // left while stopped changes only the turn
+    ASSERT_TRUE(SnifferRegistered());
     ASSERT_TRUE(Click(p->releaseButton));
     EXPECT_FALSE(gKLVisPlaneMoving);
     EXPECT_EQ(gKLVPlaneMoveDirection, kMoveNone);
@@ -96,36 +92,7 @@ TEST_F(FreeMoveTest, ButtonsSetTheMotionRequests) {
     EXPECT_FALSE(SnifferRegistered());
 }
 
-TEST_F(FreeMoveTest, KeysSetTheMotionRequestsAndReachTheSimulator) {
-    ASSERT_NE(PushWithPanel(), nullptr);
-    XPLMRegisterHotKey(static_cast<char>(gPref_FreeMove_l), xplm_DownFlag, "another use of the key", CountKey,
-                       nullptr);
-    gPassedKeys = 0;
-    host->pressKey(0xB3);
-    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveForward);
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateStraight);
-    host->pressKey(0xB5);
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailLeft);
-    EXPECT_EQ(gPassedKeys, 1) << "the sniffer passes the key on";
-    host->pressKey(0xB6);
-    EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailRight);
-    host->pressKey(0xB4);
-    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveNone);
-    EXPECT_FALSE(gKLVisPlaneMoving);
-}
-
-TEST_F(FreeMoveTest, KeysDoNothingOnceThePanelIsClosed) {
-    FreeMove* p = PushWithPanel();
-    ASSERT_NE(p, nullptr);
-    ASSERT_TRUE(simhost::clickCloseBox(*host, p->window->widget));
-    EXPECT_EQ(OpenedFreeMovePanel(), nullptr);
-    const int direction = gKLVPlaneMoveDirection;
-    host->pressKey(0xB4);
-    EXPECT_EQ(gKLVPlaneMoveDirection, direction);
-    EXPECT_TRUE(gKLVisPlaneMoving);
-}
-
-TEST_F(FreeMoveTest, SliderAtZeroStopsTheMotion) {
+TEST_F(FreeMoveTest, KeysAndTheSpeedSliderDriveThePushWhileThePanelIsOpen) {
     FreeMove* p = PushWithPanel();
     ASSERT_NE(p, nullptr);
     host->runFor(0.5);
@@ -133,14 +100,31 @@ TEST_F(FreeMoveTest, SliderAtZeroStopsTheMotion) {
     EXPECT_FLOAT_EQ(PrefTruckSpeed, 0.0f);
     EXPECT_DOUBLE_EQ(PrefStepValue, 0.0);
     host->runFrames(2);
-    const double x = X(), z = Z();
-    const double truckX = gKLVTruckX, truckZ = gKLVTruckZ;
+    const double x = X(), z = Z(), truckX = gKLVTruckX, truckZ = gKLVTruckZ;
     host->runFor(2.0);
     EXPECT_TRUE(gKLVisPlaneMoving) << "the sequence goes on";
     EXPECT_NEAR(X(), x, 1e-6);
     EXPECT_NEAR(Z(), z, 1e-6);
     EXPECT_NEAR(gKLVTruckX, truckX, 1e-6);
     EXPECT_NEAR(gKLVTruckZ, truckZ, 1e-6);
+    XPLMRegisterHotKey(static_cast<char>(gPref_FreeMove_l), xplm_DownFlag, "another use of the key", CountKey,
+                       nullptr);
+    gPassedKeys = 0;
+    host->pressKey(kKeyForward);
+    ExpectRequest(kMoveForward, kRotateStraight);
+    host->pressKey(kKeyLeft);
+    EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailLeft);
+    EXPECT_EQ(gPassedKeys, 1) << "the sniffer passes the key on";
+    host->pressKey(kKeyRight);
+    EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailRight);
+
+    ASSERT_TRUE(simhost::clickCloseBox(*host, p->window->widget));
+    EXPECT_EQ(OpenedFreeMovePanel(), nullptr);
+    host->pressKey(kKeyRelease);
+    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveForward) << "keys do nothing once the panel is closed";
+    EXPECT_TRUE(gKLVisPlaneMoving);
+    OpenFreeMovePanel();
+    p = OpenedFreeMovePanel();
     ASSERT_TRUE(simhost::dragSliderTo(*host, p->speedSlider->widget, 20));
     EXPECT_DOUBLE_EQ(PrefStepValue, 0.2);
     host->runFor(1.0);

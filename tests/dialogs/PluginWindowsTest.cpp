@@ -4,7 +4,7 @@
 // to $KALVORA_SCREENSHOT_DIR (default <build>/dialogs-screenshots/).
 #include "support/InstalledPlugin.h"
 #include "dialogs/ShownWindow.h"
-#include "graphics/GraphicsHooks.h"
+#include "support/Frames.h"
 
 #include "XPLMDefs.h"
 #include "XPStandardWidgets.h"
@@ -40,61 +40,35 @@ protected:
     }
 };
 
-TEST_F(PluginWindowsTest, PreferencesFromTheMenuReachTheFileAtStop) {
-    Load();
-    ASSERT_TRUE(Pick("Preferences..."));
-    simhost::WidgetHandle window = Window("Kalvora Preferences");
-    ASSERT_NE(window, nullptr);
-    // The boxes come first, in the window's order: the fourth is "Draw truck".
-    simhost::WidgetHandle drawTruck = simhost::findWidgetByClass(xpWidgetClass_Button, window, 3);
-    ASSERT_TRUE(simhost::clickWidget(*host, drawTruck));
-    ASSERT_TRUE(
-        simhost::dragSliderTo(*host, simhost::findWidgetByClass(xpWidgetClass_ScrollBar, window), 25));
-    Picture(window, "dialogs-preferences.png");
-    ASSERT_TRUE(ClickText(window, "  OK  "));
-    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
-    Unload();
-    EXPECT_EQ(PrefValue("DRAW_TRUCK"), "0");
-    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
-    EXPECT_EQ(PrefValue("TruckView_KEY"), "0") << "OK without a new key takes key 0";
-}
-
-TEST_F(PluginWindowsTest, AboutShowsTheLogoOnceAtATime) {
+TEST_F(PluginWindowsTest, TheWindowsOpenFromTheMenusAndTakeKeysOnlyWhileOpenAndEnabled) {
     Load();
     ASSERT_TRUE(Pick("About..."));
     ASSERT_TRUE(Pick("About..."));
-    simhost::WidgetHandle window = Window("About Kalvora...");
-    ASSERT_NE(window, nullptr);
+    simhost::WidgetHandle about = Window("About Kalvora...");
+    ASSERT_NE(about, nullptr);
     int count = 0;
     for (simhost::WidgetHandle w : simhost::topLevelWidgets())
         count += simhost::widgetDescriptor(w) == "About Kalvora...";
-    EXPECT_EQ(count, 1);
-    EXPECT_EQ(PluginLog().find("[WRNG] No picture"), std::string::npos) << PluginLog();
-    Picture(window, "dialogs-about.png");
-    ASSERT_TRUE(simhost::clickCloseBox(*host, window));
+    EXPECT_EQ(count, 1) << "one at a time";
+    Picture(about, "dialogs-about.png");
+    ASSERT_TRUE(simhost::clickCloseBox(*host, about));
     EXPECT_EQ(Window("About Kalvora..."), nullptr);
-    ASSERT_TRUE(Pick("About..."));
-    EXPECT_NE(Window("About Kalvora..."), nullptr);
-}
 
-TEST_F(PluginWindowsTest, ToolsOpenTheFreeMovePanelAndTheLayoutTools) {
-    Load();
     EXPECT_EQ(host->menuItems(std::string(kMenu) + "/Tools"),
               (std::vector<std::string>{"Free move panel", "Texture cutter", "Measuring window"}));
     ASSERT_TRUE(Pick("Tools/Free move panel"));
     simhost::WidgetHandle panel = Window("Truck Movements Control Panel");
     ASSERT_NE(panel, nullptr);
-    EXPECT_TRUE(Registered("key sniffer"));
-    EXPECT_EQ(PluginLog().find("[WRNG] No picture"), std::string::npos) << "the truck icon loads";
     Picture(panel, "dialogs-free-move.png");
+    EXPECT_EQ(Registered("key sniffer"), 1);
+    host->disablePlugin(kalvora);
+    EXPECT_EQ(Registered("key sniffer"), 0) << "a disabled plug-in keeps no keys from the others";
+    ASSERT_TRUE(host->enablePlugin(kalvora));
+    EXPECT_EQ(Registered("key sniffer"), 1) << "the open panel takes its keys again";
     ASSERT_TRUE(simhost::clickCloseBox(*host, panel));
-    EXPECT_FALSE(Registered("key sniffer"));
-
+    EXPECT_EQ(Registered("key sniffer"), 0);
     ASSERT_TRUE(Pick("Tools/Measuring window"));
-    simhost::WidgetHandle measure = Window("Measure");
-    ASSERT_NE(measure, nullptr);
-    Picture(measure, "dialogs-measure.png");
-
+    Picture(Window("Measure"), "dialogs-measure.png");
     ASSERT_TRUE(Pick("Tools/Texture cutter"));
     simhost::WidgetHandle chooser = Window("Texture to cut");
     ASSERT_NE(chooser, nullptr);
@@ -112,18 +86,17 @@ TEST_F(PluginWindowsTest, ToolsOpenTheFreeMovePanelAndTheLayoutTools) {
     host->mouseUp(x + 30, y - 15);
     EXPECT_NE(host->logText().find("(30 x 15)"), std::string::npos) << "the cut is logged";
     Picture(cutter, "dialogs-texture-cutter.png");
-}
+    EXPECT_EQ(PluginLog().find("[WRNG] No picture"), std::string::npos) << "the logo and truck icon load";
 
-TEST_F(PluginWindowsTest, KeySniffersNeverOutliveTheirWindowOrTheEnable) {
-    Load();
     ASSERT_TRUE(Pick("Preferences..."));
     simhost::WidgetHandle prefs = Window("Kalvora Preferences");
+    ASSERT_NE(prefs, nullptr);
     ASSERT_TRUE(ClickText(prefs, "Assign new"));
     host->pressKey(XPLM_VK_F5);
     ASSERT_TRUE(ClickText(prefs, "Key is: F5")); // "Assign new" again, once a key was caught
     EXPECT_EQ(Registered("key sniffer"), 1);
     host->disablePlugin(kalvora);
-    EXPECT_EQ(Registered("key sniffer"), 0) << "a disabled plug-in keeps no keys from the others";
+    EXPECT_EQ(Registered("key sniffer"), 0);
     ASSERT_TRUE(host->enablePlugin(kalvora));
     ASSERT_TRUE(ClickText(prefs, "Key is: F5"));
     ASSERT_TRUE(ClickText(prefs, "Cancel"));
@@ -131,15 +104,22 @@ TEST_F(PluginWindowsTest, KeySniffersNeverOutliveTheirWindowOrTheEnable) {
     host->pressKey(XPLM_VK_F12);
     host->runFrames(2);
     EXPECT_TRUE(host->camera().controlled) << "the truck-view key reaches its hot key again";
+}
 
-    ASSERT_TRUE(Pick("Tools/Free move panel"));
-    EXPECT_EQ(Registered("key sniffer"), 1);
-    host->disablePlugin(kalvora);
-    EXPECT_EQ(Registered("key sniffer"), 0);
-    ASSERT_TRUE(host->enablePlugin(kalvora));
-    EXPECT_EQ(Registered("key sniffer"), 1) << "the open panel takes its keys again";
-    ASSERT_TRUE(simhost::clickCloseBox(*host, Window("Truck Movements Control Panel")));
-    EXPECT_EQ(Registered("key sniffer"), 0);
+TEST_F(PluginWindowsTest, PreferencesFromTheMenuReachTheFileAtStop) {
+    Load();
+    ASSERT_TRUE(Pick("Preferences..."));
+    simhost::WidgetHandle prefs = Window("Kalvora Preferences");
+    // The boxes come first, in the window's order: the fourth is "Draw truck".
+    ASSERT_TRUE(simhost::clickWidget(*host, simhost::findWidgetByClass(xpWidgetClass_Button, prefs, 3)));
+    ASSERT_TRUE(simhost::dragSliderTo(*host, simhost::findWidgetByClass(xpWidgetClass_ScrollBar, prefs), 25));
+    Picture(prefs, "dialogs-preferences.png");
+    ASSERT_TRUE(ClickText(prefs, "  OK  "));
+    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    Unload();
+    EXPECT_EQ(PrefValue("DRAW_TRUCK"), "0");
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
+    EXPECT_EQ(PrefValue("TruckView_KEY"), "0") << "OK without a new key takes key 0";
 }
 
 TEST_F(PluginWindowsTest, TheCrewMessageIsReadableInsideItsBoxOnEveryHost) {
@@ -166,43 +146,18 @@ TEST_F(PluginWindowsTest, TheCrewMessageIsReadableInsideItsBoxOnEveryHost) {
         // Pixels of the green crew text, (0.4, 0.9, 0.4): within the box's rows, starting in the box.
         // (simhost's letters are 7 px wide where the box allows 6, so a long line runs past its right end.)
         const int low = std::min(box->bottom, box->top), high = std::max(box->bottom, box->top);
-        long inside = 0, aboveOrBelow = 0;
-        int leftmost = frame.width;
-        for (int y = 0; y < frame.height; ++y)
-            for (int x = 0; x < frame.width; ++x) {
-                const uint32_t p = frame.at(x, y);
-                const int r = p >> 24, g = (p >> 16) & 0xFF, b = (p >> 8) & 0xFF;
-                if (std::abs(r - 102) > 30 || std::abs(g - 230) > 30 || std::abs(b - 102) > 30) continue;
-                if (y < low || y > high) {
-                    ++aboveOrBelow;
-                    continue;
-                }
-                leftmost = std::min(leftmost, x);
-                inside += x <= box->right;
-            }
-        EXPECT_GT(inside, 100) << "no text in the box";
-        EXPECT_EQ(aboveOrBelow, 0) << "text above or below the box";
-        EXPECT_GT(leftmost, box->left);
+        const auto text = [&](int x, int y, bool inRows) {
+            return !Differ(ColorOf(frame.at(x, y)), {102, 230, 102}, 30) && (y >= low && y <= high) == inRows;
+        };
+        EXPECT_GT(PixelsWhere(frame, [&](int x, int y) { return x <= box->right && text(x, y, true); }).count,
+                  100)
+            << "no text in the box";
+        EXPECT_EQ(PixelsWhere(frame, [&](int x, int y) { return text(x, y, false); }).count, 0)
+            << "text above or below the box";
+        EXPECT_EQ(PixelsWhere(frame, [&](int x, int y) { return x <= box->left && text(x, y, true); }).count,
+                  0)
+            << "text left of the box";
     }
-}
-
-TEST_F(PluginWindowsTest, TruckViewKeyDuringAPush) {
-    Load();
-    StartPush("Push straight back");
-    host->pressKey(XPLM_VK_F12);
-    host->runFrames(2);
-    const simhost::CameraState camera = host->camera();
-    EXPECT_TRUE(camera.controlled);
-    EXPECT_EQ(camera.controllerPluginId, kalvora);
-    // The seat as other plug-ins see the truck: 3.5 m from its reference point, 1.75 m up.
-    const double truckX = host->getf(kTruckX);
-    const double truckY = host->getf(kTruckY);
-    const double truckZ = host->getf(kTruckZ);
-    EXPECT_NEAR(std::hypot(camera.x - truckX, camera.z - truckZ), 3.5, 0.05);
-    EXPECT_NEAR(camera.y, truckY + 1.75, 0.05);
-    ASSERT_TRUE(host->runCommand("sim/view/default_view"));
-    host->runFrames(2);
-    EXPECT_FALSE(host->camera().controlled);
 }
 
 } // namespace

@@ -3,12 +3,11 @@
 #include "dialogs/DialogsFixture.h"
 
 #include "XPLMDefs.h"
+#include "support/Files.h"
 #include "core/PluginState.h"
 #include "utils/HV_Properties.h"
 
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 
 namespace kalvora_test {
 namespace {
@@ -26,14 +25,11 @@ protected:
         HV_Properties prefs(path.c_str(), nullptr);
         StorePreferences(prefs);
         prefs.save(nullptr);
-        std::ifstream in(path);
-        std::stringstream text;
-        text << in.rdbuf();
-        return text.str();
+        return ReadFile(path);
     }
 };
 
-TEST_F(PrefsDialogTest, WindowShowsThePreferences) {
+TEST_F(PrefsDialogTest, TheWindowShowsThePreferencesDefaultsApplyAtOnceAndCancelKeepsOnlyTheSlider) {
     PrefDrawTruck = false;
     PrefFrontWheel = false;
     PrefTruckSpeed = 17.8f;
@@ -54,35 +50,63 @@ TEST_F(PrefsDialogTest, WindowShowsThePreferences) {
     for (const char* text : {"Auto switch to external view", "Allow PushBack with Engines ON", "Assign new",
                              "  OK  ", "Defaults", "Cancel", "Truck speed"})
         EXPECT_NE(simhost::findWidget(text, window), nullptr) << text;
+
+    ASSERT_TRUE(Click(d->defaultsButton));
+    EXPECT_TRUE(PrefDrawTruck);
+    EXPECT_TRUE(PrefFrontWheel);
+    EXPECT_FLOAT_EQ(PrefTruckSpeed, 10.0f);
+    EXPECT_EQ(PrefTruckViewKey, XPLM_VK_F12);
+    EXPECT_TRUE(d->drawTruckBox->isChecked());
+    EXPECT_TRUE(d->frontGearBox->isChecked());
+    EXPECT_FALSE(d->rearGearBox->isChecked());
+    EXPECT_EQ(d->speedSlider->GetValue(), 10);
+    EXPECT_EQ(TextOf(d->keyText), "Truck view key (current: F12)");
+    EXPECT_NE(Window("Kalvora Preferences"), nullptr) << "the dialog stays";
+
+    // Cancel keeps the slider and the defaults, but not the boxes.
+    ASSERT_TRUE(Click(d->drawTruckBox));
+    ASSERT_TRUE(Drag(d->speedSlider, 30));
+    ASSERT_TRUE(Click(d->cancelButton));
+    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    EXPECT_FLOAT_EQ(PrefTruckSpeed, 30.0f);
+    EXPECT_DOUBLE_EQ(PrefStepValue, 0.30);
+    EXPECT_TRUE(PrefDrawTruck);
 }
 
-TEST_F(PrefsDialogTest, UntickSlideAndOKChangeTheGlobalsAndTheFile) {
+TEST_F(PrefsDialogTest, BoxesWaitForOKTheSliderDoesNotAndOKReachesTheFile) {
+    PrefTruckViewKey = XPLM_VK_F12;
     PrefsDialog* d = Open();
     ASSERT_TRUE(Click(d->drawTruckBox));
     EXPECT_TRUE(PrefDrawTruck) << "a box waits for OK";
     ASSERT_TRUE(Drag(d->speedSlider, 25));
     EXPECT_FLOAT_EQ(PrefTruckSpeed, 25.0f) << "the slider applies at once";
     EXPECT_DOUBLE_EQ(PrefStepValue, 0.25);
+    // The front and rear gear boxes stay opposite.
+    for (HV_CtrlCheckBox* box : {d->rearGearBox, d->rearGearBox, d->frontGearBox}) {
+        ASSERT_TRUE(Click(box));
+        EXPECT_NE(d->frontGearBox->isChecked(), d->rearGearBox->isChecked());
+    }
+    EXPECT_TRUE(d->rearGearBox->isChecked());
+    Open(); // a new dialog at every opening
+    EXPECT_EQ(CountWindows("Kalvora Preferences"), 2);
     ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
-    EXPECT_FALSE(PrefDrawTruck);
+    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
     EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    EXPECT_EQ(myPrefsDialog, nullptr);
+    EXPECT_FALSE(PrefDrawTruck);
+    EXPECT_FALSE(PrefFrontWheel);
+    EXPECT_EQ(PrefTruckViewKey, 0) << "OK without assigning a key sets key 0";
+    EXPECT_EQ(Registered("hot key Toggle truckview"), 2) << "two OKs in two openings";
     const std::string file = StoredFile();
     EXPECT_NE(file.find("DRAW_TRUCK=0"), std::string::npos) << file;
     EXPECT_NE(file.find("TRUCK_SPEED=25.000000"), std::string::npos) << file;
 }
 
-TEST_F(PrefsDialogTest, OKWithoutAssigningAKeySetsKeyZero) {
-    PrefTruckViewKey = XPLM_VK_F12;
-    Open();
-    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
-    EXPECT_EQ(PrefTruckViewKey, 0);
-}
-
-TEST_F(PrefsDialogTest, AssignedKeyIsShownSwallowedAndBecomesTheHotKey) {
+TEST_F(PrefsDialogTest, AnAssignedKeyIsShownSwallowedAndBecomesTheHotKey) {
     PrefsDialog* d = Open();
     ASSERT_TRUE(Click(d->assignButton));
     EXPECT_TRUE(mWaitingKey);
-    EXPECT_EQ(Registered("key sniffer").size(), 1u);
+    EXPECT_EQ(Registered("key sniffer"), 1);
     host->pressKey(XPLM_VK_F5);
     EXPECT_FALSE(mWaitingKey);
     EXPECT_EQ(TextOf(d->assignButton), "Key is: F5");
@@ -92,16 +116,25 @@ TEST_F(PrefsDialogTest, AssignedKeyIsShownSwallowedAndBecomesTheHotKey) {
     EXPECT_EQ(TextOf(d->assignButton), "Key is: G");
     EXPECT_EQ(gPREF_ActiveKey, XPLM_VK_G);
     ASSERT_TRUE(Click(d->assignButton)); // pressed again once a key was caught: still one sniffer
-    EXPECT_EQ(Registered("key sniffer").size(), 1u);
-    host->pressKey(XPLM_VK_G, 0, 'g');
+    EXPECT_EQ(Registered("key sniffer"), 1);
     ASSERT_TRUE(Click(d->okButton));
     EXPECT_EQ(PrefTruckViewKey, XPLM_VK_G);
-    EXPECT_TRUE(Registered("key sniffer").empty()) << "the sniffer goes with the window";
-    EXPECT_EQ(Registered("hot key Toggle truckview").size(), 1u);
+    EXPECT_EQ(Registered("key sniffer"), 0) << "the sniffer goes with the window";
+    EXPECT_EQ(Registered("hot key Toggle truckview"), 1);
     EXPECT_FALSE(host->camera().controlled);
     host->pressKey(XPLM_VK_G, 0, 'g');
     host->runFrames(2);
     EXPECT_TRUE(host->camera().controlled) << "the new hot key starts the truck view";
+
+    // The close box ends a key wait.
+    d = Open();
+    ASSERT_TRUE(Click(d->assignButton));
+    ASSERT_TRUE(simhost::clickCloseBox(*host, Window("Kalvora Preferences")));
+    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    EXPECT_EQ(Registered("key sniffer"), 0);
+    gPREF_ActiveKey = 0;
+    host->pressKey(XPLM_VK_F5);
+    EXPECT_EQ(gPREF_ActiveKey, 0) << "keys are no longer caught";
 }
 
 TEST_F(PrefsDialogTest, AssignNewBlinksWhileAKeyIsAwaited) {
@@ -121,76 +154,6 @@ TEST_F(PrefsDialogTest, AssignNewBlinksWhileAKeyIsAwaited) {
     host->pressKey(XPLM_VK_F5);
     host->runFrames(60);
     EXPECT_TRUE(d->assignButton->GetIsEnable()) << "the blinking stops with the key";
-}
-
-TEST_F(PrefsDialogTest, CancelKeepsSliderAndDefaultsButNotTheBoxes) {
-    PrefTruckSpeed = 10.0f;
-    PrefDrawTruck = true;
-    PrefsDialog* d = Open();
-    ASSERT_TRUE(Click(d->drawTruckBox));
-    ASSERT_TRUE(Drag(d->speedSlider, 30));
-    ASSERT_TRUE(Click(d->cancelButton));
-    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
-    EXPECT_FLOAT_EQ(PrefTruckSpeed, 30.0f);
-    EXPECT_DOUBLE_EQ(PrefStepValue, 0.30);
-    EXPECT_TRUE(PrefDrawTruck);
-}
-
-TEST_F(PrefsDialogTest, DefaultsChangeTheGlobalsAtOnceAndTheDialogStays) {
-    PrefDrawTruck = false;
-    PrefFrontWheel = false;
-    PrefTruckSpeed = 40.0f;
-    PrefTruckViewKey = XPLM_VK_F5;
-    PrefsDialog* d = Open();
-    ASSERT_TRUE(Click(d->defaultsButton));
-    EXPECT_TRUE(PrefDrawTruck);
-    EXPECT_TRUE(PrefFrontWheel);
-    EXPECT_FLOAT_EQ(PrefTruckSpeed, 10.0f);
-    EXPECT_EQ(PrefTruckViewKey, XPLM_VK_F12);
-    EXPECT_TRUE(d->drawTruckBox->isChecked());
-    EXPECT_TRUE(d->frontGearBox->isChecked());
-    EXPECT_FALSE(d->rearGearBox->isChecked());
-    EXPECT_EQ(d->speedSlider->GetValue(), 10);
-    EXPECT_EQ(TextOf(d->keyText), "Truck view key (current: F12)");
-    EXPECT_NE(Window("Kalvora Preferences"), nullptr);
-    // Cancel after Defaults keeps them.
-    ASSERT_TRUE(Click(d->cancelButton));
-    EXPECT_FLOAT_EQ(PrefTruckSpeed, 10.0f);
-}
-
-TEST_F(PrefsDialogTest, FrontAndRearBoxesStayOpposite) {
-    PrefsDialog* d = Open();
-    ASSERT_TRUE(Click(d->rearGearBox));
-    EXPECT_TRUE(d->rearGearBox->isChecked());
-    EXPECT_FALSE(d->frontGearBox->isChecked());
-    ASSERT_TRUE(Click(d->rearGearBox));
-    EXPECT_FALSE(d->rearGearBox->isChecked());
-    EXPECT_TRUE(d->frontGearBox->isChecked());
-    ASSERT_TRUE(Click(d->frontGearBox));
-    EXPECT_FALSE(d->frontGearBox->isChecked());
-    EXPECT_TRUE(d->rearGearBox->isChecked());
-    ASSERT_TRUE(Click(d->okButton));
-    EXPECT_FALSE(PrefFrontWheel);
-}
-
-TEST_F(PrefsDialogTest, TwoOKsInTwoOpeningsLeaveTwoHotKeys) {
-    Open();
-    Open();
-    EXPECT_EQ(CountWindows("Kalvora Preferences"), 2) << "a new dialog at every opening";
-    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
-    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
-    EXPECT_EQ(myPrefsDialog, nullptr);
-    EXPECT_EQ(Registered("hot key Toggle truckview").size(), 2u);
-}
-
-TEST_F(PrefsDialogTest, CloseBoxEndsTheKeyWait) {
-    PrefsDialog* d = Open();
-    ASSERT_TRUE(Click(d->assignButton));
-    ASSERT_TRUE(simhost::clickCloseBox(*host, Window("Kalvora Preferences")));
-    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
-    EXPECT_TRUE(Registered("key sniffer").empty());
-    host->pressKey(XPLM_VK_F5);
-    EXPECT_EQ(gPREF_ActiveKey, 0) << "keys are no longer caught";
 }
 
 } // namespace

@@ -47,18 +47,17 @@ TEST_F(ToolsTest, MeasuringWindowShowsWhereItIsAfterAMoveAndAResize) {
                                        std::to_string(sized.top - sized.bottom) + " pixels");
 }
 
-class CutterTest : public DialogsTest {
-protected:
-    void SetUp() override {
-        DialogsTest::SetUp();
-        simhost::HostOptions options;
-        options.render = true;
-        Restart(options);
-        if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL context";
-    }
-};
+TEST_F(ToolsTest, TheTextureCutterTurnsADraggedRectangleIntoTexturePixelsAndCoordinates) {
+    simhost::HostOptions drawing;
+    drawing.render = true;
+    Restart(drawing);
+    if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL context";
+    HV_TextureCutter* notAPicture = OpenTextureCutter(KALVORA_SOURCE_DIR "/CMakeLists.txt");
+    EXPECT_EQ(notAPicture->picture, nullptr) << "a file that is no picture still opens a window";
+    EXPECT_NE(Window("Texture cutter"), nullptr);
+    EXPECT_NE(host->logText().find("cannot read"), std::string::npos);
+    HV_Window::CloseAll();
 
-TEST_F(CutterTest, DraggedRectangleGivesTexturePixelsAndNormalisedCoordinates) {
     HV_TextureCutter* cutter = OpenTextureCutter(KALVORA_SOURCE_DIR "/assets/Kalvora/Bitmaps/iconTruck.png");
     ASSERT_NE(cutter->picture, nullptr);
     const int textureWidth = static_cast<int>(cutter->texture->width);
@@ -68,7 +67,6 @@ TEST_F(CutterTest, DraggedRectangleGivesTexturePixelsAndNormalisedCoordinates) {
     ASSERT_TRUE(simhost::widgetInfo(cutter->picture->widget, picture));
     EXPECT_EQ(picture.right - picture.left, 84);
     EXPECT_EQ(picture.top - picture.bottom, 64);
-
     // From 10 right / 5 down of the picture's top-left corner to 40 right / 25 down.
     host->mouseDown(picture.left + 10, picture.top - 5);
     host->mouseDrag(picture.left + 30, picture.top - 15);
@@ -82,19 +80,11 @@ TEST_F(CutterTest, DraggedRectangleGivesTexturePixelsAndNormalisedCoordinates) {
     EXPECT_EQ(TextOf(cutter->pixelLine), cutter->PixelText());
     EXPECT_NE(TextOf(cutter->pixelLine).find("(30 x 20)"), std::string::npos) << TextOf(cutter->pixelLine);
     EXPECT_NE(host->logText().find(cutter->PixelText()), std::string::npos) << "the cut is logged";
-
     // A drag that leaves the picture is held at its edge.
     host->mouseDown(picture.left + 70, picture.top - 50);
     host->mouseUp(picture.right + 200, picture.bottom - 200);
     EXPECT_EQ(cutter->cut.right, 84);
     EXPECT_EQ(cutter->cut.bottom, textureHeight - 64);
-}
-
-TEST_F(CutterTest, AFileThatIsNoPictureStillOpensAWindow) {
-    HV_TextureCutter* cutter = OpenTextureCutter(KALVORA_SOURCE_DIR "/CMakeLists.txt");
-    EXPECT_EQ(cutter->picture, nullptr);
-    EXPECT_NE(Window("Texture cutter"), nullptr);
-    EXPECT_NE(host->logText().find("cannot read"), std::string::npos);
 }
 
 } // namespace

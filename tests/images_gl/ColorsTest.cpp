@@ -4,7 +4,7 @@
 #include "GlFixture.h"
 #include "toolkit/Colors.h"
 
-using kalvora_gl_test::GlTest;
+using kalvora_test::GlTest;
 
 namespace {
 using InterfaceColors = GlTest;

@@ -5,22 +5,17 @@
 
 #include "graphics/GraphicsHooks.h"
 #include "simhost/Simhost.h"
+#include "support/Frames.h"
 
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <memory>
 
-namespace kalvora_gl_test {
+namespace kalvora_test {
 
 constexpr int kFrameW = 256; ///< test frame width, pixels
 constexpr int kFrameH = 192; ///< test frame height, pixels
-
-/// One pixel of a frame.
-struct Rgb {
-    int r, g, b;
-};
 
 class GlTest : public ::testing::Test {
 protected:
@@ -29,9 +24,7 @@ protected:
         options.render = true;
         host_ = std::make_unique<simhost::Host>(options);
         simhost::InProcessPlugin plugin;
-        plugin.name = "ImagesGlTest";
-        plugin.signature = "kalvora.test.images_gl";
-        plugin.description = "2-D drawing and texture tests";
+        plugin.name = plugin.signature = "kalvora.test.images_gl";
         const int id = host_->addPlugin(plugin);
         ASSERT_GE(id, 0);
         host_->setDirectCaller(id);
@@ -59,21 +52,17 @@ protected:
     }
 
     /// The pixel at (x, y), y counted from the bottom.
-    Rgb Px(int x, int y) const {
-        const uint32_t p = image_.at(x, y);
-        return {int(p >> 24), int((p >> 16) & 0xFF), int((p >> 8) & 0xFF)};
-    }
+    Rgb Px(int x, int y) const { return ColorOf(image_.at(x, y)); }
 
     /// Pixels in [l, r) x [b, t) that match `pred`.
     template <typename Pred> int Count(int l, int b, int r, int t, Pred pred) const {
-        int n = 0;
-        for (int y = b; y < t; ++y)
-            for (int x = l; x < r; ++x)
-                n += pred(Px(x, y)) ? 1 : 0;
-        return n;
+        return PixelsWhere(image_,
+                           [&](int x, int y) { return x >= l && x < r && y >= b && y < t && pred(Px(x, y)); })
+            .count;
     }
 
-    static bool IsBlack(Rgb p) { return p.r < 20 && p.g < 20 && p.b < 20; }
+    static bool IsLit(Rgb p) { return p.r >= 20 || p.g >= 20 || p.b >= 20; }
+    static bool IsBlack(Rgb p) { return !IsLit(p); }
     static bool IsRed(Rgb p) { return p.r > 200 && p.g < 60 && p.b < 60; }
     static bool IsGreen(Rgb p) { return p.g > 200 && p.r < 60 && p.b < 60; }
     static bool IsBlue(Rgb p) { return p.b > 200 && p.r < 60 && p.g < 60; }
@@ -84,4 +73,4 @@ protected:
     simhost::gfx::Image image_;
 };
 
-} // namespace kalvora_gl_test
+} // namespace kalvora_test

@@ -54,7 +54,6 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
     std::ofstream(DataFolder() / "GroundServices" / "GPU.obj") << kEmptyObj8;
     Load();
     const char* const kGroundSpeed = "sim/flightmodel/position/groundspeed";
-    const char* const kGPUStatus = "halvern/kalvora/GPUstatus";
     const auto pushing = [&] { return host->geti(kStatus) != 0; };
     const auto braked = [&] { return host->getf(kParkBrake) == 1.0; };
     double startPsi = 0;

@@ -1,5 +1,6 @@
 // Start, enable, disable and stop of the real plug-in: its log, its files, the
-// host's log, what it registers and what it leaves behind.
+// host's log, what it registers and what it leaves behind; and the
+// preferences file, kept through bad content and odd installations.
 #include "support/InstalledPlugin.h"
 
 #include "XPLMPlugin.h"
@@ -13,24 +14,26 @@ using StartStopTest = InstalledPluginTest;
 
 /// Index of the first line at or after from that equals text, or -1.
 int Find(const std::vector<std::string>& lines, const std::string& text, int from = 0) {
-    for (int i = from; i < static_cast<int>(lines.size()); ++i)
-        if (lines[i] == text) return i;
-    return -1;
+    const auto at = std::find(lines.begin() + std::min<size_t>(from, lines.size()), lines.end(), text);
+    return at == lines.end() ? -1 : static_cast<int>(at - lines.begin());
 }
 
 bool Contains(const std::vector<std::string>& list, const std::string& text) {
     return std::find(list.begin(), list.end(), text) != list.end();
 }
 
-TEST_F(StartStopTest, StartAndEnableWriteTheLogInOrder) {
+int CountStarting(const std::vector<std::string>& list, const std::string& prefix) {
+    return static_cast<int>(std::count_if(list.begin(), list.end(),
+                                          [&](const std::string& s) { return s.rfind(prefix, 0) == 0; }));
+}
+
+TEST_F(StartStopTest, StartEnableDisableAndStopLogRegisterAndLeaveOnlyWhatTheyShould) {
     AddTruck("TugB");
     AddTruck("TugA");
-    std::ofstream(DataFolder() / "GroundServices" / "GPU.obj") << kEmptyObj8;
-    std::ofstream(DataFolder() / "notes.txt") << "not a model";
+    WriteFile(DataFolder() / "notes.txt", "not a model");
     Load();
-
-    const std::vector<std::string> log = Lines(PluginLog());
-    ASSERT_FALSE(log.empty());
+    std::vector<std::string> log = Lines(PluginLog());
+    ASSERT_GE(log.size(), 2u);
     EXPECT_EQ(log[0], "--- Starting Kalvora ---");
     EXPECT_EQ(log[1], "-Running on XPlane v12100");
     const int config = Find(log, "-Plugin configuration:");
@@ -41,45 +44,25 @@ TEST_F(StartStopTest, StartAndEnableWriteTheLogInOrder) {
     ASSERT_GT(trucks, config);
     ASSERT_GT(services, trucks);
     ASSERT_GT(enabling, services);
-    // Trucks sorted by name, the text file left out; ground services from their own folder.
+    // Trucks sorted by name, the text file left out.
     EXPECT_EQ(std::vector<std::string>(log.begin() + trucks + 1, log.begin() + services),
               (std::vector<std::string>{"TugA.obj", "TugB.obj"}));
-    EXPECT_EQ(log[services + 1], "GPU.obj");
     // The preferred truck is not among them: the default one is tried, and the truck loader says so here.
     ASSERT_GT(log.size(), static_cast<size_t>(enabling + 1));
     EXPECT_EQ(log[enabling + 1], "[WRNG] Failed to load object " + (PluginFolder() / "KLVdefault").string() +
                                      " (path: " + PluginFolder().string() + "/)");
-    // No preferences file yet: the container is empty and the file is written only at stop.
-    EXPECT_FALSE(fs::exists(PrefsPath()));
+    EXPECT_FALSE(fs::exists(PrefsPath())) << "the preferences are written only at stop";
+    EXPECT_NE(host->logText().find("Kalvora: started"), std::string::npos);
+    EXPECT_NE(host->logText().find("Kalvora: enabled"), std::string::npos);
 
-    const std::string hostLog = host->logText();
-    EXPECT_NE(hostLog.find("Kalvora: started"), std::string::npos);
-    EXPECT_NE(hostLog.find("Kalvora: enabled"), std::string::npos);
-    EXPECT_TRUE(host->pluginEnabled(kalvora));
-}
-
-TEST_F(StartStopTest, TheLogIsTruncatedAtEveryStart) {
-    Load();
-    Unload();
-    const std::string first = PluginLog();
-    ASSERT_NE(first.find("--- Stopping Kalvora plugin ---"), std::string::npos);
-    Load();
-    const std::string second = PluginLog();
-    EXPECT_EQ(second.find("--- Stopping Kalvora plugin ---"), std::string::npos);
-    EXPECT_EQ(second.rfind("--- Starting Kalvora ---", 0), 0u);
-}
-
-TEST_F(StartStopTest, RegistersEverythingWhileEnabledAndTheHotKeyOnlyWhileEnabled) {
-    Load();
-    const std::vector<std::string> regs = host->registrations(kalvora);
+    std::vector<std::string> regs = host->registrations(kalvora);
     for (const char* name :
          {kStatus, kGPUStatus, kTruckX, kTruckY, kTruckZ, kTruckHdg, "halvern/kalvora/GPU/position_ogl_x",
           "halvern/kalvora/GPU/position_ogl_y", "halvern/kalvora/GPU/position_ogl_z"})
         EXPECT_TRUE(Contains(regs, std::string("dataref ") + name)) << name;
     EXPECT_EQ(std::count(regs.begin(), regs.end(), "draw callback phase 25 after"), 2);
-    EXPECT_GE(std::count_if(regs.begin(), regs.end(),
-                            [](const std::string& r) { return r.rfind("flight loop ", 0) == 0; }),
-              3); // the three of start, and those the GPU and the object instances add
+    // The three of start, and those the GPU and the object instances add.
+    EXPECT_GE(CountStarting(regs, "flight loop "), 3);
     EXPECT_TRUE(Contains(regs, "hot key Toggle truckview"));
 
     host->disablePlugin(kalvora);
@@ -87,12 +70,15 @@ TEST_F(StartStopTest, RegistersEverythingWhileEnabledAndTheHotKeyOnlyWhileEnable
     EXPECT_NE(PluginLog().find("--- Disabling Kalvora plugin ---"), std::string::npos);
     ASSERT_TRUE(host->enablePlugin(kalvora));
     EXPECT_TRUE(Contains(host->registrations(kalvora), "hot key Toggle truckview"));
-}
+    // Every enable appends "GPU" to the ground service path once more.
+    const std::string gpu = "[WRNG] Failed to load GPU object or textures " +
+                            (PluginFolder() / "GroundServices" / "GPU").string();
+    const size_t first = PluginLog().find(gpu + "\n");
+    ASSERT_NE(first, std::string::npos) << PluginLog();
+    EXPECT_NE(PluginLog().find(gpu + "GPU\n", first), std::string::npos) << PluginLog();
 
-TEST_F(StartStopTest, AfterStopOnlyFlightLoopsAndMenusAreLeftToTheHost) {
-    Load();
-    // Open at stop: preferences awaiting a key, the free-move panel, About, the crew's message on the
-    // GPU and the warning that refuses a push beside it.
+    // Open at stop: preferences awaiting a key, the free-move panel, About, the crew's message on the GPU
+    // and the warning that refuses a push beside it.
     for (const char* item :
          {"Preferences...", "Tools/Free move panel", "About...", "GPU", "Push straight back"})
         ASSERT_TRUE(Pick(item)) << item;
@@ -104,103 +90,36 @@ TEST_F(StartStopTest, AfterStopOnlyFlightLoopsAndMenusAreLeftToTheHost) {
     const std::vector<std::string>& left = host->leftoversAtLastUnload();
     for (const std::string& r : left)
         EXPECT_TRUE(r.rfind("flight loop ", 0) == 0 || r.rfind("menu ", 0) == 0) << "left registered: " << r;
-    EXPECT_GE(std::count_if(left.begin(), left.end(),
-                            [](const std::string& r) { return r.rfind("flight loop ", 0) == 0; }),
-              3); // the three of start, and those the GPU and the object instances add
-
-    const std::vector<std::string> log = Lines(PluginLog());
+    EXPECT_GE(CountStarting(left, "flight loop "), 3);
+    log = Lines(PluginLog());
     ASSERT_GE(log.size(), 2u);
     EXPECT_EQ(log[log.size() - 2], "--- Disabling Kalvora plugin ---");
     EXPECT_EQ(log.back(), "--- Stopping Kalvora plugin ---");
     EXPECT_NE(host->logText().find("Kalvora: stopped"), std::string::npos);
-    // The defaults reach the file at stop.
-    EXPECT_EQ(PrefValue("Truck"), "KLVdefault");
+    EXPECT_EQ(PrefValue("Truck"), "KLVdefault") << "the defaults reach the file at stop";
     EXPECT_EQ(PrefValue("TruckView_KEY"), "123");
-}
 
-TEST_F(StartStopTest, EveryEnableAppendsGPUToTheGroundServicePath) {
     Load();
-    host->disablePlugin(kalvora);
-    ASSERT_TRUE(host->enablePlugin(kalvora));
-    const std::string log = PluginLog();
-    const std::string once = "[WRNG] Failed to load GPU object or textures " +
-                             (PluginFolder() / "GroundServices" / "GPU").string();
-    const size_t first = log.find(once + "\n");
-    ASSERT_NE(first, std::string::npos) << log;
-    EXPECT_NE(log.find(once + "GPU\n", first), std::string::npos) << log;
+    EXPECT_EQ(PluginLog().find("--- Stopping Kalvora plugin ---"), std::string::npos) << "truncated at start";
+    EXPECT_EQ(PluginLog().rfind("--- Starting Kalvora ---", 0), 0u);
 }
 
 TEST_F(StartStopTest, PreferencesReachTheFileOnlyAtStopAsTheyStoodAtDisable) {
     WritePreferences("VERSION=1.2.2b3\nTRUCK_SPEED=25\nTruck=KLVdefault\n");
     Load();
-    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25");
     host->disablePlugin(kalvora);
     WritePreferences("TRUCK_SPEED=99\n"); // edited on disk behind the plug-in's back
     Unload();
     // The container read at start wins; what was stored at disable is saved at stop.
     EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
     EXPECT_EQ(PrefValue("VERSION"), "1.2.2b3");
-}
 
-TEST_F(StartStopTest, AMissingDataRefGivesTheKalvoraDialogAndTheLogLineAndTheRestWorks) {
-    host = std::make_unique<simhost::Host>(options);
-    host->removeDataRef(kLocalX);
-    Load();
-    EXPECT_TRUE(host->pluginEnabled(kalvora));
-    EXPECT_NE(PluginLog().find("Data refs initialisation problems\n"), std::string::npos);
-    const std::vector<std::string> dialog = DialogTexts("Kalvora");
-    ASSERT_FALSE(dialog.empty()) << simhost::widgetTree();
-    EXPECT_TRUE(Contains(dialog, "OK"));
-    // Menus and published datarefs are there all the same.
-    EXPECT_EQ(host->menuCheck(std::string(kMenu) + "/GPU"), 1);
-    EXPECT_TRUE(host->exists(kStatus));
-}
-
-TEST_F(StartStopTest, WithoutItsDataFolderThePluginLoadsAndTheHostLogSaysSo) {
-    fs::remove_all(DataFolder());
-    WritePreferences("TRUCK_SPEED=25\n");
-    Load();
-    EXPECT_TRUE(host->pluginEnabled(id));
-    const std::string hostLog = host->logText();
-    EXPECT_NE(hostLog.find("Kalvora: its data folder " + PluginFolder().string() + "/ is missing"),
-              std::string::npos)
-        << hostLog;
-    EXPECT_NE(hostLog.find("Kalvora: cannot write its log"), std::string::npos) << hostLog;
-    Unload();
-    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000"); // the user's preferences are kept all the same
-}
-
-TEST_F(StartStopTest, InTheFatLayoutItFindsItsDataAndKeepsItsLogAndPreferencesWhereTheFlatOneDoes) {
-    AddTruck("TugA");
-    std::ofstream(DataFolder() / "GroundServices" / "GPU.obj") << kEmptyObj8;
-    WritePreferences("TRUCK_SPEED=25\n");
-    layout = simhost::PluginLayout::Fat; // Resources/plugins/Kalvora/lin_x64/Kalvora.xpl
-    Load();
-    char path[512] = {};
-    XPLMGetPluginInfo(id, nullptr, path, nullptr, nullptr);
-    EXPECT_EQ(fs::path(path), PluginFolder() / "lin_x64" / "Kalvora.xpl");
-
-    const std::vector<std::string> log = Lines(PluginLog()); // Kalvora/Kalvora.log, beside lin_x64/
-    const int trucks = Find(log, "-Available trucks:");
-    const int services = Find(log, "-Available Ground services:", trucks);
-    ASSERT_GE(trucks, 0);
-    ASSERT_EQ(services, trucks + 2);
-    EXPECT_EQ(log[trucks + 1], "TugA.obj");
-    EXPECT_EQ(log[services + 1], "GPU.obj");
-    EXPECT_EQ(host->logText().find("is missing"), std::string::npos);
-    Unload();
-    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
-    // Nothing of the plug-in's own lands in the platform folder.
-    std::vector<std::string> platformFolder;
-    for (const auto& entry : fs::directory_iterator(PluginFolder() / "lin_x64"))
-        platformFolder.push_back(entry.path().filename().string());
-    EXPECT_EQ(platformFolder, std::vector<std::string>{"Kalvora.xpl"});
-}
-
-TEST_F(StartStopTest, BeforeVersion7ThePreferencesLiveInThePluginFolder) {
+    // Before version 7 the preferences live in the plug-in's folder.
+    host.reset();
     options.xplaneVersion = 650;
     Load();
     EXPECT_NE(PluginLog().find("-Running on XPlane v650\n"), std::string::npos);
+    fs::remove(PrefsPath());
     Unload();
     EXPECT_TRUE(fs::exists(PluginFolder() / "Halvern.Kalvora.prf"));
     EXPECT_FALSE(fs::exists(PrefsPath()));
@@ -211,9 +130,7 @@ TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPluginAndAreRepairedOnD
     WritePreferences(note + "\nTruckView_KEY=99999999999\nTruckView_KF=8\nTRUCK_SPEED=fast\nTruck=\n"
                             "HANDLE_GPU=yes\n=\nno equals sign\n");
     Load();
-    EXPECT_TRUE(host->pluginEnabled(kalvora));
-    const std::vector<std::string> regs = host->registrations(kalvora);
-    EXPECT_TRUE(Contains(regs, "hot key Toggle truckview"));
+    EXPECT_EQ(Registered("hot key Toggle truckview"), 1);
     for (const char* key : {"TruckView_KEY=99999999999", "TRUCK_SPEED=fast", "HANDLE_GPU=yes"})
         EXPECT_NE(PluginLog().find(std::string("[WRNG] Preferences: ") + key), std::string::npos) << key;
     StartPush("Push straight back"); // the truck comes, hooks up and pushes at the default speed
@@ -227,16 +144,54 @@ TEST_F(StartStopTest, GarbledPreferencesStillGiveAWorkingPluginAndAreRepairedOnD
         << "lines the preferences cannot hold are kept";
 }
 
-TEST_F(StartStopTest, DisableLeavesAPushInProgressToGoOnAfterEnable) {
+TEST_F(StartStopTest, AMissingDataRefGivesTheKalvoraDialogAndTheLogLineAndTheRestWorks) {
+    host = std::make_unique<simhost::Host>(options);
+    host->removeDataRef(kLocalX);
     Load();
-    StartPush("Push straight back");
-    host->disablePlugin(kalvora);
-    const double frozen = Moved();
-    host->runFor(2);
-    EXPECT_NEAR(Moved(), frozen, 1e-6) << "a disabled plug-in gets no flight loops";
-    ASSERT_TRUE(host->enablePlugin(kalvora));
-    EXPECT_TRUE(host->runUntil([&] { return Said("cleared to taxi"); }, 120));
-    EXPECT_GT(Moved(), frozen);
+    EXPECT_TRUE(host->pluginEnabled(kalvora));
+    EXPECT_NE(PluginLog().find("Data refs initialisation problems\n"), std::string::npos);
+    EXPECT_TRUE(Contains(DialogTexts("Kalvora"), "OK")) << simhost::widgetTree();
+    EXPECT_EQ(host->menuCheck(kGPUMenu), 1) << "menus and published datarefs are there all the same";
+    EXPECT_TRUE(host->exists(kStatus));
+}
+
+/// The plug-in installed without its data folder, and in the fat layout
+/// (Resources/plugins/Kalvora/lin_x64/Kalvora.xpl).
+TEST_F(StartStopTest, OddInstallationsKeepTheUsersPreferences) {
+    WritePreferences("TRUCK_SPEED=25\n");
+    fs::remove_all(DataFolder());
+    Load();
+    EXPECT_TRUE(host->pluginEnabled(kalvora));
+    EXPECT_NE(host->logText().find("Kalvora: its data folder " + PluginFolder().string() + "/ is missing"),
+              std::string::npos)
+        << host->logText();
+    EXPECT_NE(host->logText().find("Kalvora: cannot write its log"), std::string::npos);
+    Unload();
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
+    host.reset();
+
+    fs::remove_all(PluginFolder());
+    fs::create_directories(DataFolder() / "GroundServices");
+    AddTruck("TugA");
+    WriteFile(DataFolder() / "GroundServices" / "GPU.obj", kEmptyObj8);
+    layout = simhost::PluginLayout::Fat;
+    Load();
+    char path[512] = {};
+    XPLMGetPluginInfo(kalvora, nullptr, path, nullptr, nullptr);
+    EXPECT_EQ(fs::path(path), PluginFolder() / "lin_x64" / "Kalvora.xpl");
+    const std::vector<std::string> log = Lines(PluginLog()); // Kalvora/Kalvora.log, beside lin_x64/
+    const int trucks = Find(log, "-Available trucks:");
+    ASSERT_GE(trucks, 0);
+    ASSERT_EQ(Find(log, "-Available Ground services:", trucks), trucks + 2);
+    EXPECT_EQ(log[trucks + 1], "TugA.obj");
+    EXPECT_EQ(log[trucks + 3], "GPU.obj");
+    EXPECT_EQ(host->logText().find("is missing"), std::string::npos);
+    Unload();
+    EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
+    std::vector<std::string> platformFolder; // nothing of the plug-in's own lands there
+    for (const auto& entry : fs::directory_iterator(PluginFolder() / "lin_x64"))
+        platformFolder.push_back(entry.path().filename().string());
+    EXPECT_EQ(platformFolder, std::vector<std::string>{"Kalvora.xpl"});
 }
 
 } // namespace

@@ -1,13 +1,14 @@
 // Every Kalvora command does exactly what its menu item does: the same status,
-// the same dialogs and windows, the same crew messages, the same view changes.
+// the same dialogs and windows, the same crew messages, the same view changes;
+// and the commands work on a host without the deprecated functions.
 #include "ModernFixture.h"
+
+#include "XPLMUtilities.h"
 
 #include <algorithm>
 
 namespace kalvora_test {
 namespace {
-
-using Commands = ModernTest;
 
 /// A command and the menu item (under "Plugins/Kalvora/") it stands for.
 struct Pair {
@@ -40,9 +41,9 @@ struct Outcome {
 class CommandsVsMenus : public ModernTest {
 protected:
     /// Loads a fresh host, lets `prepare` set the scene, runs `act` and reports what followed after 3 s.
-    template <class Prepare, class Act> Outcome Run(Prepare prepare, Act act, const std::string& ownCommand) {
+    template <class Act> Outcome Run(bool enginesRunning, Act act, const std::string& ownCommand) {
         Load();
-        prepare();
+        host->aircraft().engineRunning[0] = enginesRunning;
         host->runFrames(2);
         const std::string widgetsBefore = simhost::widgetTree();
         act();
@@ -59,56 +60,36 @@ protected:
         host.reset();
         return o;
     }
-
-    template <class Prepare> void ExpectSame(const Pair& p, Prepare prepare) {
-        SCOPED_TRACE(p.command);
-        const std::string menu = std::string("Plugins/Kalvora/") + p.menu;
-        const Outcome byMenu = Run(
-            prepare, [&] { ASSERT_TRUE(host->pickMenu(menu)) << menu; }, "");
-        const Outcome byCommand = Run(
-            prepare, [&] { ASSERT_TRUE(host->runCommand(p.command)); }, p.command);
-        EXPECT_TRUE(byMenu == byCommand) << "menu widgets:\n"
-                                         << byMenu.widgets << "\ncommand widgets:\n"
-                                         << byCommand.widgets;
-    }
 };
 
-TEST_F(CommandsVsMenus, EachCommandDoesWhatItsMenuItemDoes) {
-    for (const Pair& p : kPairs)
-        ExpectSame(p, [] {});
+TEST_F(CommandsVsMenus, EachCommandDoesWhatItsMenuItemDoesAndIsRefusedAsIt) {
+    for (const bool enginesRunning : {false, true})
+        for (const Pair& p : kPairs) {
+            const std::string item = p.menu;
+            if (enginesRunning && item.find("tail") == std::string::npos && item != "Push straight back")
+                continue;
+            SCOPED_TRACE(std::string(p.command) + (enginesRunning ? " with the engines running" : ""));
+            const Outcome byMenu = Run(
+                enginesRunning, [&] { ASSERT_TRUE(Pick(item)); }, "");
+            const Outcome byCommand = Run(
+                enginesRunning, [&] { ASSERT_TRUE(host->runCommand(p.command)); }, p.command);
+            EXPECT_TRUE(byMenu == byCommand) << "menu widgets:\n"
+                                             << byMenu.widgets << "\ncommand widgets:\n"
+                                             << byCommand.widgets;
+            // The refusal itself is visible, not only equal.
+            if (enginesRunning) EXPECT_NE(byCommand.widgets.find("Warning..."), std::string::npos);
+            if (enginesRunning) EXPECT_EQ(byCommand.status, 0);
+        }
 }
 
-TEST_F(CommandsVsMenus, RefusedStartsShowTheSameWarning) {
-    for (const Pair& p : kPairs) {
-        if (std::string(p.menu).find("tail") == std::string::npos &&
-            std::string(p.menu) != "Push straight back")
-            continue;
-        ExpectSame(p, [this] { host->aircraft().engineRunning[0] = true; });
-    }
-    // The refusal itself is visible, not only equal.
+TEST_F(CommandsVsMenus, OnAHostWithoutTheDeprecatedFunctionsTheCommandsStartStopAndSwitchViews) {
+    options.exportDeprecated = false;
     Load();
-    host->aircraft().engineRunning[0] = true;
-    host->runFrames(2);
-    ASSERT_TRUE(host->runCommand("halvern/kalvora/push_straight"));
-    EXPECT_NE(simhost::findWidget("Warning..."), nullptr);
-    EXPECT_EQ(host->geti(kStatus), 0);
-}
-
-TEST_F(Commands, StopEndsAPushBackStartedByCommand) {
-    Load();
+    for (const char* gone : {"XPLMCommandButtonPress", "XPLMCommandButtonRelease", "XPLMDrawObjects"})
+        EXPECT_EQ(XPLMFindSymbol(gone), nullptr) << gone << ": withdrawn from this host";
     ASSERT_TRUE(host->runCommand("halvern/kalvora/push_straight"));
     host->runFor(2);
     ASSERT_NE(host->geti(kStatus), 0);
-    ASSERT_TRUE(host->runCommand("halvern/kalvora/stop"));
-    host->runFrames(2);
-    EXPECT_EQ(host->geti(kStatus), 0);
-}
-
-TEST_F(Commands, HostWithoutDeprecatedFunctionsLoadsAndSwitchesViewsByCommand) {
-    options.exportDeprecated = false;
-    Load();
-    ASSERT_TRUE(host->runCommand("halvern/kalvora/push_straight"));
-    host->runFor(2);
     const std::vector<std::string> run = host->commandsRun();
     EXPECT_NE(std::find(run.begin(), run.end(), "sim/view/still_spot"), run.end())
         << "the outside view through the spot view command";
@@ -116,10 +97,10 @@ TEST_F(Commands, HostWithoutDeprecatedFunctionsLoadsAndSwitchesViewsByCommand) {
     ASSERT_TRUE(host->runCommand("halvern/kalvora/truck_view_toggle"));
     host->runFrames(2);
     EXPECT_TRUE(host->camera().controlled) << "the truck view holds the camera";
-}
+    ASSERT_TRUE(host->runCommand("halvern/kalvora/stop"));
+    host->runFrames(2);
+    EXPECT_EQ(host->geti(kStatus), 0);
 
-TEST_F(Commands, OnlyTheBeginningActs) {
-    Load();
     ASSERT_TRUE(host->runCommand("halvern/kalvora/gpu_toggle"));
     host->runFrames(2);
     EXPECT_EQ(host->geti(kGPUStatus), 1) << "one toggle per press (begin and end), not two";
