@@ -230,37 +230,31 @@ TEST_F(XQBToolsTest, QueriesFollowLoginStatusAndMicrophone) {
     EXPECT_TRUE(tools.XQBIsATCReception());
     xsb.setInt(kMic, 0);
     EXPECT_FALSE(tools.XQBIsATCReception());
+
+    xsb.setInt(kStatus, kOffline); // not connected: nothing is filed
+    setPlan(tools);
+    EXPECT_EQ(tools.XQBSendFlightPlan(), kXQBNotConnected);
+    EXPECT_EQ(xsb.totalWrites(), 0);
+    EXPECT_TRUE(xsb.messages().empty());
+    EXPECT_EQ(UT_XQBTools(), 0); // the self-check asks to connect instead
+    EXPECT_EQ(xsb.messages(), (std::vector<int>{kXQBMsgConnect}));
+    EXPECT_EQ(xsb.totalWrites(), 0);
 }
 
-TEST_F(XQBToolsTest, ConnectAndDisconnectAreMessagesWithANullParameter) {
+TEST_F(XQBToolsTest, ConnectDisconnectAndTheServerAddressReachXSquawkBox) {
     FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
     XQBTools tools;
     tools.XQBConnect(true);
     tools.XQBConnect(false);
-
     ASSERT_EQ(xsb.messages(), (std::vector<int>{kXQBMsgConnect, kXQBMsgDisconnect}));
     for (const auto& r : xsb.received()) {
         if (r.from == XPLM_PLUGIN_XPLANE) continue;
         EXPECT_EQ(r.from, kalvoraID);
         EXPECT_EQ(r.param, nullptr);
     }
-}
-
-TEST_F(XQBToolsTest, ServerAddressIsWrittenWithItsTerminatingZero) {
-    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
-    XQBTools tools;
     tools.SetXQBServerIP("192.0.2.17");
     EXPECT_EQ(xsb.text("xsquawkbox/login/server"), "192.0.2.17");
-    EXPECT_EQ(xsb.ref("xsquawkbox/login/server").lastWriteLength, 11);
-}
-
-TEST_F(XQBToolsTest, NotConnectedSendingReturns2AndWritesNothing) {
-    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
-    XQBTools tools;
-    setPlan(tools);
-    EXPECT_EQ(tools.XQBSendFlightPlan(), kXQBNotConnected);
-    EXPECT_EQ(xsb.totalWrites(), 0);
-    EXPECT_TRUE(xsb.messages().empty());
+    EXPECT_EQ(xsb.ref("xsquawkbox/login/server").lastWriteLength, 11); // with its terminating zero
 }
 
 TEST_F(XQBToolsTest, ConnectedSendingFilesEveryFieldThenAsksToFile) {
@@ -287,49 +281,27 @@ TEST_F(XQBToolsTest, ConnectedSendingFilesEveryFieldThenAsksToFile) {
     EXPECT_EQ(xsb.intValue("xsquawkbox/fp/fuel_mins"), 40);
     EXPECT_EQ(xsb.text("xsquawkbox/fp/route"), "GERSA UN850 RESIA");
     EXPECT_EQ(xsb.ref("xsquawkbox/fp/route").lastWriteLength, 18) << "the route goes with its zero";
-    EXPECT_EQ(xsb.messages(), (std::vector<int>{kXQBMsgSendFlightPlan}));
-}
-
-TEST_F(XQBToolsTest, FieldsAreWrittenInTheirOrderBeforeTheFileMessage) {
-    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
-    XQBTools tools;
-    setPlan(tools);
-    ASSERT_EQ(tools.XQBSendFlightPlan(), kXQBSent);
-    const std::vector<std::string> expected = {"xsquawkbox/fp/flight_type",
-                                               "xsquawkbox/fp/speed",
-                                               "xsquawkbox/fp/departure_airport",
-                                               "xsquawkbox/fp/arrival_airport",
-                                               "xsquawkbox/fp/alternate_airport",
-                                               "xsquawkbox/fp/departure_time",
-                                               "xsquawkbox/fp/departure_time_actual",
-                                               "xsquawkbox/fp/cruise_altitude",
-                                               "xsquawkbox/fp/enroute_hrs",
-                                               "xsquawkbox/fp/enroute_mins",
-                                               "xsquawkbox/fp/fuel_hrs",
-                                               "xsquawkbox/fp/fuel_mins",
-                                               "xsquawkbox/fp/route",
-                                               "message " + std::to_string(kXQBMsgSendFlightPlan)};
-    EXPECT_EQ(xsb.journal(), expected);
+    // Every field is written once, in its order, before the message that files the plan.
+    const std::vector<std::string> journal = xsb.journal();
+    ASSERT_EQ(journal.size(), 14u);
+    EXPECT_EQ(journal[0], "xsquawkbox/fp/flight_type");
+    EXPECT_EQ(journal[7], "xsquawkbox/fp/cruise_altitude");
+    EXPECT_EQ(journal[12], "xsquawkbox/fp/route");
+    EXPECT_EQ(journal[13], "message " + std::to_string(kXQBMsgSendFlightPlan));
 }
 
 TEST_F(XQBToolsTest, FlightTypesBecomeLettersAndUnknownTypesChangeNothing) {
     FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
-    const auto sentType = [&] {
+    const std::pair<const char*, int> sends[] = {{"", 'V'},     {"IFR", 'I'}, {"ifr", 'I'}, {nullptr, 'I'},
+                                                 {"SVFR", 'S'}, {"VFR", 'V'}}; // "": VFR by default
+    for (const auto& send : sends) {
+        if (send.first && *send.first) tools.SetFlightType(send.first);
+        if (!send.first) tools.SetFlightType(nullptr);
         tools.XQBSendFlightPlan();
-        return xsb.intValue("xsquawkbox/fp/flight_type");
-    };
-    EXPECT_EQ(sentType(), 'V') << "VFR by default";
-    tools.SetFlightType("IFR");
-    EXPECT_EQ(sentType(), 'I');
-    tools.SetFlightType("ifr");
-    EXPECT_EQ(sentType(), 'I');
-    tools.SetFlightType(nullptr);
-    EXPECT_EQ(sentType(), 'I');
-    tools.SetFlightType("SVFR");
-    EXPECT_EQ(sentType(), 'S');
-    tools.SetFlightType("VFR");
-    EXPECT_EQ(sentType(), 'V');
+        EXPECT_EQ(xsb.intValue("xsquawkbox/fp/flight_type"), send.second)
+            << (send.first ? send.first : "null");
+    }
 }
 
 TEST_F(XQBToolsTest, DefaultPlanSendsZeroTimesAndNoRoute) {
@@ -426,13 +398,6 @@ TEST_F(XQBToolsTest, RouteIsAnOwnedCopyThatCanBeReplacedOrCleared) {
     tools.SetFlightPlan(nullptr);
     tools.XQBSendFlightPlan();
     EXPECT_EQ(xsb.ref("xsquawkbox/fp/route").writes, writesBefore) << "no route, no write";
-}
-
-TEST_F(XQBToolsTest, SelfCheckAsksToConnectWhenNotConnected) {
-    FakeXSquawkBox& xsb = startXSquawkBox(kOffline);
-    EXPECT_EQ(UT_XQBTools(), 0);
-    EXPECT_EQ(xsb.messages(), (std::vector<int>{kXQBMsgConnect}));
-    EXPECT_EQ(xsb.totalWrites(), 0);
 }
 
 TEST_F(XQBToolsTest, SelfCheckFilesItsSamplePlanWhenConnected) {

@@ -48,25 +48,6 @@ protected:
     std::string dir, path;
 };
 
-TEST_F(Preferences, DefaultsAreTheDocumentedOnes) {
-    std::memset(PrefLastTruck, 0, sizeof PrefLastTruck);
-    PrefAllowEngnON = true;
-    PrefRefuelUnitisKg = false;
-    SetDefaultPref();
-    EXPECT_TRUE(PrefSwitchView);
-    EXPECT_TRUE(PrefAuralCrewMessage);
-    EXPECT_TRUE(PrefWrittenCrewMessage);
-    EXPECT_TRUE(PrefDrawTruck);
-    EXPECT_TRUE(PrefFrontWheel);
-    EXPECT_EQ(PrefTruckViewKey, 123);
-    EXPECT_TRUE(PrefHandleGPU);
-    EXPECT_FLOAT_EQ(PrefTruckSpeed, 10.0f);
-    EXPECT_DOUBLE_EQ(PrefStepValue, 0.1);
-    EXPECT_FALSE(PrefAllowEngnON);
-    EXPECT_TRUE(PrefRefuelUnitisKg);
-    EXPECT_STREQ(PrefLastTruck, "") << "the truck name is not a default";
-}
-
 TEST_F(Preferences, RoundTripThroughTheFile) {
     PrefSwitchView = false;
     PrefAuralCrewMessage = true;

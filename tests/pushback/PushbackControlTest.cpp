@@ -24,13 +24,6 @@ protected:
     }
 };
 
-TEST_F(PushbackControl, ParkedAircraftMayStart) {
-    EXPECT_EQ(validatePushBackenvironment(), 0);
-    std::snprintf(ErrorMessage, sizeof ErrorMessage, "%s", "earlier");
-    ErrorMessageInterpretor(0);
-    EXPECT_STREQ(ErrorMessage, "earlier"); // no text for an allowed start
-}
-
 TEST_F(PushbackControl, AirborneOnlyAboveTwentyMetresAndFasterThanFive) {
     SetGearHandle(0);
     SetHeight(25.0);
@@ -104,16 +97,6 @@ TEST_F(PushbackControl, AlreadyMovingWinsOverEveryOtherReason) {
     EXPECT_STREQ(ErrorMessage, "Please wait for the current maneuver to finish;before restarting one!");
     gKLVisPlaneMoving = false;
     EXPECT_EQ(validatePushBackenvironment(), -2); // then the GPU, then the engines
-}
-
-TEST_F(PushbackControl, ErrorTextsOfOtherCodes) {
-    ErrorMessageInterpretor(-7);
-    EXPECT_STREQ(ErrorMessage, "This version of Kalvora is not compatible ; with this version of X-Plane.");
-    for (int code : {-8, -1, 1, 42}) {
-        ErrorMessageInterpretor(code);
-        EXPECT_STREQ(ErrorMessage,
-                     "This version of Kalvora is not compatible ; with this version of X-Plane.");
-    }
 }
 
 TEST_F(PushbackControl, MenuStartNamesTheTurnTheDatarefStartAlwaysSaysStraight) {

@@ -102,10 +102,5 @@ TEST_F(TruckMovement, FinalHeadingIsTheReverseForTheNoseGear) {
     EXPECT_FLOAT_EQ(CalcTruckFinalHdg(), 170.0f);
 }
 
-TEST_F(TruckMovement, FlatDistance) {
-    EXPECT_FLOAT_EQ(CalcDist(1.0, 2.0, 4.0, 6.0), 5.0f);
-    EXPECT_FLOAT_EQ(CalcDist(-3.0, 0.0, -3.0, 0.0), 0.0f);
-}
-
 } // namespace
 } // namespace kalvora_test

@@ -1,5 +1,5 @@
-// A simhost with one in-process plug-in that owns the toolkit's widgets, and the
-// means to find widgets and use them as a user would: click, type, drag.
+// A simhost with one in-process plug-in that owns the toolkit's widgets, a window whose handler
+// records what it is told, and the means to find widgets and use them as a user would.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,6 +14,8 @@
 #include "XPWidgets.h"
 #include "simhost/Simhost.h"
 #include "simhost/Widgets.h"
+#include "toolkit/Controls.h"
+#include "toolkit/Window.h"
 
 namespace toolkit_test {
 
@@ -39,37 +41,16 @@ inline Rect GeometryOf(XPWidgetID w) {
 }
 
 inline std::string DescriptorOf(XPWidgetID w) {
-    const int length = XPGetWidgetDescriptor(w, nullptr, 0);
-    std::string text(static_cast<size_t>(length > 0 ? length : 0), '\0');
-    if (length > 0) XPGetWidgetDescriptor(w, text.data(), length);
-    return text;
+    return simhost::widgetDescriptor(w);
 }
 
 inline long PropertyOf(XPWidgetID w, XPWidgetPropertyID property) {
     return static_cast<long>(XPGetWidgetProperty(w, property, nullptr));
 }
 
-/// Every widget under `root` (depth first, root excluded).
-inline void CollectWidgets(XPWidgetID root, std::vector<XPWidgetID>& out) {
-    const int count = XPCountChildWidgets(root);
-    for (int i = 0; i < count; ++i) {
-        XPWidgetID child = XPGetNthChildWidget(root, i);
-        out.push_back(child);
-        CollectWidgets(child, out);
-    }
-}
-
-inline std::vector<XPWidgetID> WidgetsUnder(XPWidgetID root) {
-    std::vector<XPWidgetID> all;
-    CollectWidgets(root, all);
-    return all;
-}
-
-/// The first widget under root whose descriptor is `text`, or null.
-inline XPWidgetID FindByDescriptor(XPWidgetID root, const std::string& text) {
-    for (XPWidgetID w : WidgetsUnder(root))
-        if (DescriptorOf(w) == text) return w;
-    return nullptr;
+inline std::vector<XPWidgetID> WidgetsOfClass(XPWidgetID root, int widgetClass) {
+    return simhost::findWidgets(
+        [&](const simhost::WidgetInfo& info) { return info.widgetClass == widgetClass; }, root);
 }
 
 /// Main-window roots alive now, oldest first.
@@ -83,11 +64,34 @@ inline std::vector<XPWidgetID> MainWindows() {
     return roots;
 }
 
-/// Widgets of a class under `root`, in tree order.
-inline std::vector<XPWidgetID> WidgetsOfClass(XPWidgetID root, int widgetClass) {
-    return simhost::findWidgets(
-        [&](const simhost::WidgetInfo& info) { return info.widgetClass == widgetClass; }, root);
-}
+/// One message a window handler received.
+struct Heard {
+    long message;
+    HV_Panel* source;
+    long param2;
+};
+
+/// A window handler that records every message; answers "close" to `closeOn`, and lets a test look
+/// at the controls while the message is being handled (`onMessage`).
+struct Recorder {
+    std::vector<Heard> heard;
+    long closeOn = -1;
+    std::function<void(const Heard&)> onMessage;
+
+    static int Handle(void* user, long message, HV_Panel* source, long, long param2) {
+        auto* self = static_cast<Recorder*>(user);
+        self->heard.push_back({message, source, param2});
+        if (self->onMessage) self->onMessage(self->heard.back());
+        return message == self->closeOn ? kHV_CloseWindow : 0;
+    }
+    /// (source, param2) of every message of one kind.
+    std::vector<std::pair<HV_Panel*, long>> Of(long message) const {
+        std::vector<std::pair<HV_Panel*, long>> out;
+        for (const Heard& h : heard)
+            if (h.message == message) out.emplace_back(h.source, h.param2);
+        return out;
+    }
+};
 
 /// Test base: a fresh host and an in-process plug-in every API call is attributed to.
 class ToolkitTest : public ::testing::Test {
@@ -101,39 +105,46 @@ protected:
         simhost::InProcessPlugin plugin;
         plugin.name = "ToolkitTest";
         plugin.signature = "kalvora.test.toolkit";
-        plugin.description = "widget toolkit tests";
         pluginId_ = host_->addPlugin(plugin);
         ASSERT_GE(pluginId_, 0);
         host_->setDirectCaller(pluginId_);
     }
 
-    void TearDown() override { host_.reset(); }
+    void TearDown() override {
+        delete window;
+        host_.reset();
+    }
 
     simhost::Host& host() { return *host_; }
+
+    /// A 400-pixel-wide window handled by `recorder`, with one unstyled auto-height panel.
+    HV_Panel* PanelInAWindow() {
+        window = new HV_Window(&recorder, Recorder::Handle, 400, "Test", false, true);
+        auto* panel = new HV_Panel(kHV_NoStyle, false, 0, nullptr, true, true);
+        EXPECT_TRUE(window->AddChild(panel));
+        return panel;
+    }
 
     /// Mouse down and up in the middle of a widget.
     void Click(XPWidgetID w) { EXPECT_TRUE(simhost::clickWidget(*host_, w)) << "click on " << GeometryOf(w); }
 
-    /// Types characters into the focused widget (key down and up each).
+    /// Types letters, digits and dots into the focused widget (key down and up each).
     void Type(const std::string& text) {
-        for (char c : text)
-            host_->pressKey(VirtualKeyOf(c), 0, c);
-    }
-
-    /// Presses backspace.
-    void Backspace() { host_->pressKey(XPLM_VK_BACK, 0, XPLM_KEY_DELETE); }
-
-    static int VirtualKeyOf(char c) {
-        if (c >= 'a' && c <= 'z') return XPLM_VK_A + (c - 'a');
-        if (c >= 'A' && c <= 'Z') return XPLM_VK_A + (c - 'A');
-        if (c >= '0' && c <= '9') return XPLM_VK_0 + (c - '0');
-        if (c == '.') return XPLM_VK_PERIOD;
-        return 0;
+        for (char c : text) {
+            int key = 0;
+            if (c >= 'a' && c <= 'z') key = XPLM_VK_A + (c - 'a');
+            if (c >= 'A' && c <= 'Z') key = XPLM_VK_A + (c - 'A');
+            if (c >= '0' && c <= '9') key = XPLM_VK_0 + (c - '0');
+            if (c == '.') key = XPLM_VK_PERIOD;
+            host_->pressKey(key, 0, c);
+        }
     }
 
     std::unique_ptr<simhost::Host> host_;
     int pluginId_ = -1;
     bool render_;
+    Recorder recorder;
+    HV_Window* window = nullptr; ///< deleted at tear-down
 };
 
 } // namespace toolkit_test

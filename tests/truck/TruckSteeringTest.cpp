@@ -50,25 +50,6 @@ TEST_F(TruckSteering, GearIndicesDependOnTheHostVersion) {
     }
 }
 
-TEST_F(TruckSteering, GearPositionsComeFromTheAircraft) {
-    const simhost::Aircraft& aircraft = host->aircraft();
-    ASSERT_GE(aircraft.gear.size(), 2u);
-    double x = 0, y = 0, z = 0, leg = 0, tyre = 0;
-    GetGearPos(1, &x, &y, &z);
-    EXPECT_NEAR(x, aircraft.gear[1].x, 1e-5);
-    EXPECT_NEAR(y, aircraft.gear[1].y, 1e-5);
-    EXPECT_NEAR(z, aircraft.gear[1].z, 1e-5);
-    GetGearGeom(0, &leg, &tyre);
-    EXPECT_NEAR(leg, aircraft.gear[0].legLength, 1e-5);
-    EXPECT_NEAR(tyre, aircraft.gear[0].tyreRadius, 1e-5);
-    // Indices the host does not have read as zero, never outside the arrays.
-    for (int bad : {-1, 67, 1000000}) {
-        GetGearPos(bad, &x, &y, &z);
-        EXPECT_EQ(x, 0.0);
-        EXPECT_EQ(z, 0.0);
-    }
-}
-
 TEST_F(TruckSteering, GearPositionInTheLocalFrameForAnyAttitude) {
     const float attitudes[][3] = {{0, 0, 0},   {90, 0, 0},   {200, 0, 0},
                                   {30, 5, -3}, {315, -8, 6}, {123, 12, 0}};
@@ -92,16 +73,12 @@ TEST_F(TruckSteering, GearPositionInTheLocalFrameForAnyAttitude) {
             EXPECT_NEAR(z, pz + expected[2], 1e-3) << "gear " << gear;
         }
     }
-}
-
-TEST_F(TruckSteering, PlaneToOglTurnsTheNoseUpAndAround) {
-    double x = 0, y = 0, z = 0;
-    // The nose goes up with a nose-up pitch, and a heading of 90 takes "ahead" to +x.
-    PlaneToOGL(0.0, 0.0, -10.0, 0.0, 10.0, 0.0, &x, &y, &z);
-    EXPECT_GT(y, 1.7);
-    PlaneToOGL(0.0, 0.0, -10.0, 0.0, 0.0, 90.0, &x, &y, &z);
-    EXPECT_NEAR(x, 10.0, 1e-5);
-    EXPECT_NEAR(z, 0.0, 1e-5);
+    // Indices the host does not have read as zero, never outside the arrays.
+    for (int bad : {-1, 67, 1000000}) {
+        double x = 1, y = 1, z = 1;
+        GetGearPos(bad, &x, &y, &z);
+        EXPECT_EQ(x + y + z, 0.0) << bad;
+    }
 }
 
 TEST_F(TruckSteering, TruckHeadingFollowsTheTowingGear) {
@@ -201,17 +178,6 @@ TEST_F(TruckSteering, MainGearTowingTakesTheLastBranches) {
     EXPECT_NEAR(theOffset, 5.0f, 1e-5);
     CalcTruckSteering(2);
     EXPECT_NEAR(theOffset, 4.85f, 1e-5);
-}
-
-TEST_F(TruckSteering, TurnValuesOutsideTheRangeDoNothing) {
-    host->set("sim/flightmodel/position/psi", 10.0);
-    theOffset = 3.0f;
-    myTruckHeading = 13.0f;
-    for (int turn : {3, -3, 7, 1000, -1000}) {
-        CalcTruckSteering(turn);
-        EXPECT_EQ(theOffset, 3.0f);
-        EXPECT_EQ(myTruckHeading, 13.0f);
-    }
 }
 
 TEST_F(TruckSteering, SteeringStaysBoundedForAbsurdHeadings) {

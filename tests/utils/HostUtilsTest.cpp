@@ -74,41 +74,24 @@ protected:
     int me = -1;
 };
 
-bool Contains(const std::vector<std::string>& list, const std::string& item) {
-    return std::find(list.begin(), list.end(), item) != list.end();
-}
-
 } // namespace
 
-TEST_F(HostUtils, SharedMenuIsCreatedOnceAndPublished) {
+TEST_F(HostUtils, SharedMenuIsCreatedOncePublishedAndFoundByASecondPlugin) {
     XPLMMenuID menu = HV_GNLUtils::GetHVMenuID();
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(HV_GNLUtils::GetHVMenuID(), menu);
-    EXPECT_EQ(TopMenusNamed("HV__Team"), 1) << host.menuTree();
-    ASSERT_TRUE(host.exists("HalvernTeam/Common/Menu"));
     EXPECT_EQ(host.geti("HalvernTeam/Common/Menu"), static_cast<int>(reinterpret_cast<intptr_t>(menu)));
-
     XPLMAppendMenuItem(menu, "Mine", nullptr, 0);
-    EXPECT_TRUE(Contains(host.menuItems("HV__Team"), "Mine"));
-}
-
-TEST_F(HostUtils, SecondPluginFindsTheSharedMenuThroughItsDataRef) {
-    XPLMAppendMenuItem(HV_GNLUtils::GetHVMenuID(), "Mine", nullptr, 0);
     LoadProbe();
     EXPECT_EQ(TopMenusNamed("HV__Team"), 1) << host.menuTree();
-    const std::vector<std::string> items = host.menuItems("HV__Team");
-    EXPECT_TRUE(Contains(items, "Mine"));
-    EXPECT_TRUE(Contains(items, "Probe item"));
+    EXPECT_EQ(host.menuItems("HV__Team"), (std::vector<std::string>{"Mine", "Probe item"}));
 }
 
-TEST_F(HostUtils, MenuCreatedByAnotherPluginIsJoined) {
+TEST_F(HostUtils, MenuCreatedByAnotherPluginIsJoinedWithoutPublishingIt) {
     const int probe = LoadProbe();
-    ASSERT_EQ(TopMenusNamed("HV__Team"), 1);
     XPLMAppendMenuItem(HV_GNLUtils::GetHVMenuID(), "Mine", nullptr, 0);
     EXPECT_EQ(TopMenusNamed("HV__Team"), 1) << host.menuTree();
-    EXPECT_TRUE(Contains(host.menuItems("HV__Team"), "Mine"));
-    EXPECT_TRUE(Contains(host.menuItems("HV__Team"), "Probe item"));
-    // Joining publishes nothing: the dataref stays the creator's.
+    EXPECT_EQ(host.menuItems("HV__Team"), (std::vector<std::string>{"Probe item", "Mine"}));
     for (const std::string& registration : host.registrations(me))
         EXPECT_EQ(registration.find("HalvernTeam"), std::string::npos) << registration;
     EXPECT_FALSE(host.registrations(probe).empty());
@@ -149,29 +132,26 @@ TEST_F(HostUtils, ReleaseWithdrawsTheMenuAndItsDataRef) {
     EXPECT_EQ(TopMenusNamed("HV__Team"), 1) << host.menuTree();
 }
 
-TEST_F(HostUtils, PathKindsInTheSandbox) {
+TEST_F(HostUtils, PathKindsInTheSandboxShareOneBuffer) {
     LoadProbe();
     const std::string root = host.sandbox();
-    EXPECT_EQ(ProbePath(0), root);
-    EXPECT_EQ(ProbePath(1), root + "Resources/plugins/");
-    EXPECT_EQ(ProbePath(2), root);
-    EXPECT_EQ(ProbePath(3), root + "Output/preferences/");
-    EXPECT_EQ(ProbePath(4), root + "Resources/Earth nav data/");
-    EXPECT_EQ(ProbePath(5), root + "Custom Scenery/");
-    EXPECT_EQ(ProbePath(6), root + "Aircraft/" + host.aircraft().type + "/");
-    EXPECT_EQ(ProbePath(7), root + "Resources/plugins/UtilsProbe/");
-    EXPECT_EQ(ProbePath(8), root + "HVFlight Plans/");
-    EXPECT_EQ(ProbePath(9), root + "HV FMS Flight Plans/");
-    EXPECT_EQ(ProbePath(10), ProbePath(9)); // unknown kind: the buffer as it was
-}
-
-TEST_F(HostUtils, PathsShareOneBuffer) {
+    const std::string expected[] = {root,
+                                    root + "Resources/plugins/",
+                                    root,
+                                    root + "Output/preferences/",
+                                    root + "Resources/Earth nav data/",
+                                    root + "Custom Scenery/",
+                                    root + "Aircraft/" + host.aircraft().type + "/",
+                                    root + "Resources/plugins/UtilsProbe/",
+                                    root + "HVFlight Plans/",
+                                    root + "HV FMS Flight Plans/",
+                                    root + "HV FMS Flight Plans/"}; // unknown kind: the buffer as it was
+    for (int kind = 0; kind <= 10; ++kind)
+        EXPECT_EQ(ProbePath(kind), expected[kind]) << kind;
     char* system = HV_FileUtils::GetPath(0);
-    const std::string systemText = system;
-    char* prefs = HV_FileUtils::GetPath(3);
-    EXPECT_EQ(system, prefs);
-    EXPECT_EQ(systemText, host.sandbox());
-    EXPECT_EQ(std::string(system), host.sandbox() + "Output/preferences/");
+    EXPECT_EQ(std::string(system), root);
+    EXPECT_EQ(HV_FileUtils::GetPath(3), system);
+    EXPECT_EQ(std::string(system), root + "Output/preferences/");
 }
 
 TEST_F(HostUtils, LogGoesToTheDebugOutputWithLevelTags) {

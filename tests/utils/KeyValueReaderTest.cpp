@@ -8,73 +8,46 @@
 
 using kalvora_test::TempFolder;
 
-TEST(KeyValueReader, FindsValuesUpToTheLineEnd) {
+TEST(KeyValueReader, FindsValuesUpToTheLineEndAnywhereInALine) {
     TempFolder dir;
-    HV_ReadHalvernFile reader(dir.write("d.txt", "Name=Tug 1\r\nSpeed=12\nRatio=0.25\n").c_str());
+    const std::string longValue(5000, 'x'); // the result buffer grows and is reused
+    HV_ReadHalvernFile reader(
+        dir.write("d.txt", "Name=Tug 1\r\nMaxSpeed=12\nSpeed=5\nRatio=0.25\n# Mode=comment\n"
+                           "Mode=real\nLong=" +
+                               longValue + "\nB=last")
+            .c_str());
     EXPECT_STREQ(reader.GetValueString("Name=", "none"), "Tug 1");
-    EXPECT_EQ(reader.GetValueLong("Speed="), 12);
+    EXPECT_EQ(reader.GetValueLong("Speed="), 12); // not anchored to line starts
+    EXPECT_STREQ(reader.GetValueString("Mode=", ""), "comment");
     EXPECT_FLOAT_EQ(reader.GetValueFloat("Ratio="), 0.25f);
+    EXPECT_EQ(std::string(reader.GetValueString("Long=", nullptr)), longValue);
+    EXPECT_STREQ(reader.GetValueString("Name=", nullptr), "Tug 1");
+    EXPECT_STREQ(reader.GetValueString("B=", nullptr), "last"); // the last line has no break
+    EXPECT_STREQ(reader.GetValueString("B=last", nullptr), "");
+    EXPECT_EQ(reader.GetValueString("B=lastX", nullptr), nullptr);
     EXPECT_STREQ(reader.GetValueString("Colour=", "none"), "none");
-    EXPECT_EQ(reader.GetValueString("Colour=", nullptr), nullptr);
     EXPECT_EQ(reader.GetValueLong("Colour="), 0);
     EXPECT_EQ(reader.GetValueFloat("Colour="), 0.0f);
 }
 
-TEST(KeyValueReader, MatchIsNotAnchoredToLineStarts) {
+TEST(KeyValueReader, IndexedKeysAndCountStopAtTheFirstGapOrTheLimit) {
     TempFolder dir;
-    HV_ReadHalvernFile reader(
-        dir.write("d.txt", "MaxSpeed=12\nSpeed=5\n# Mode=comment\nMode=real\n").c_str());
-    EXPECT_EQ(reader.GetValueLong("Speed="), 12);
-    EXPECT_STREQ(reader.GetValueString("Mode=", ""), "comment");
-}
-
-TEST(KeyValueReader, ResultBufferGrowsForLongValuesAndIsReused) {
-    TempFolder dir;
-    const std::string longValue(5000, 'x');
-    HV_ReadHalvernFile reader(dir.write("d.txt", "Short=ab\nLong=" + longValue + "\n").c_str());
-    const char* first = reader.GetValueString("Short=", nullptr);
-    EXPECT_STREQ(first, "ab");
-    EXPECT_EQ(std::string(reader.GetValueString("Long=", nullptr)), longValue);
-    EXPECT_STREQ(reader.GetValueString("Short=", nullptr), "ab");
-}
-
-TEST(KeyValueReader, FinalLineWithoutBreakEndsAtTheEndOfTheData) {
-    TempFolder dir;
-    HV_ReadHalvernFile reader(dir.write("d.txt", "A=1\nB=last").c_str());
-    EXPECT_STREQ(reader.GetValueString("B=", nullptr), "last");
-    EXPECT_STREQ(reader.GetValueString("B=last", nullptr), "");
-    EXPECT_EQ(reader.GetValueString("B=lastX", nullptr), nullptr);
-}
-
-TEST(KeyValueReader, IndexedKeysAndCountStopAtTheFirstGap) {
-    TempFolder dir;
-    HV_ReadHalvernFile reader(
-        dir.write("d.txt", "Light[0]=1.5\nLight[1]=-2\nLight[3]=9\nWheel[0]=front\n").c_str());
+    std::string many;
+    for (int i = 0; i < 1005; ++i)
+        many += "L[" + std::to_string(i) + "]=\n";
+    const std::string overlong(200, 'n');
+    HV_ReadHalvernFile reader(dir.write("d.txt", "Light[0]=1.5\nLight[1]=-2\nLight[3]=9\nWheel[0]=front\n" +
+                                                     overlong + "[0]=7\n" + many)
+                                  .c_str());
     EXPECT_EQ(reader.GetCountValueOf("Light"), 2);
-    EXPECT_EQ(reader.GetCountValueOf("Wheel"), 1);
     EXPECT_EQ(reader.GetCountValueOf("Door"), 0);
+    EXPECT_EQ(reader.GetCountValueOf("L"), 1001);
     EXPECT_FLOAT_EQ(reader.GetValueIndexFloat("Light", 0), 1.5f);
-    EXPECT_EQ(reader.GetValueIndexLong("Light", 1), -2);
     EXPECT_EQ(reader.GetValueIndexLong("Light", 3), 9);
     EXPECT_STREQ(reader.GetValueIndexString("Wheel", 0, nullptr), "front");
     EXPECT_STREQ(reader.GetValueIndexString("Wheel", 1, "none"), "none");
-}
-
-TEST(KeyValueReader, CountNeverPassesTheLimit) {
-    TempFolder dir;
-    std::string data;
-    for (int i = 0; i < 1005; ++i)
-        data += "L[" + std::to_string(i) + "]=\n";
-    HV_ReadHalvernFile reader(dir.write("d.txt", data).c_str());
-    EXPECT_EQ(reader.GetCountValueOf("L"), 1001);
-}
-
-TEST(KeyValueReader, OverlongIndexedNameGivesTheDefault) {
-    TempFolder dir;
-    const std::string name(200, 'n');
-    HV_ReadHalvernFile reader(dir.write("d.txt", name + "[0]=7\n").c_str());
-    EXPECT_STREQ(reader.GetValueIndexString(name.c_str(), 0, "default"), "default");
-    EXPECT_EQ(reader.GetCountValueOf(name.c_str()), 0);
+    EXPECT_STREQ(reader.GetValueIndexString(overlong.c_str(), 0, "default"), "default");
+    EXPECT_EQ(reader.GetCountValueOf(overlong.c_str()), 0);
 }
 
 TEST(KeyValueReader, MissingEmptyOrFolderPathAnswersDefaults) {
@@ -83,7 +56,6 @@ TEST(KeyValueReader, MissingEmptyOrFolderPathAnswersDefaults) {
         HV_ReadHalvernFile reader(path.c_str());
         EXPECT_STREQ(reader.GetValueString("A=", "def"), "def") << path;
         EXPECT_STREQ(reader.GetValueString("", "def"), "def") << path;
-        EXPECT_EQ(reader.GetValueLong("A="), 0) << path;
         EXPECT_EQ(reader.GetCountValueOf("A"), 0) << path;
     }
     HV_ReadHalvernFile nullPath(nullptr);
