@@ -15,8 +15,6 @@ protected:
         host->set("sim/flightmodel/position/groundspeed", mps);
         host->runFrames(1);
     }
-    void SetHeight(double m) { host->set("sim/flightmodel/position/y_agl", m); }
-    void SetGearHandle(int down) { host->set("sim/cockpit/switches/gear_handle_status", down); }
     void SetN1(int engine, double percent) { host->set(N1Name(), percent, engine); }
     std::string N1Name() {
         return host->exists("sim/flightmodel/engine/ENGN_N1_") ? "sim/flightmodel/engine/ENGN_N1_"
@@ -24,45 +22,54 @@ protected:
     }
 };
 
-TEST_F(PushbackControl, AirborneOnlyAboveTwentyMetresAndFasterThanFive) {
-    SetGearHandle(0);
-    SetHeight(25.0);
-    SetGroundSpeed(6.0);
-    EXPECT_EQ(validatePushBackenvironment(), -6);
-    ErrorMessageInterpretor(-6);
-    EXPECT_STREQ(ErrorMessage, "You can't start a PushBack while airborne!");
-
-    SetHeight(19.0); // low and fast with the gear up: neither airborne nor taxiing
-    EXPECT_EQ(validatePushBackenvironment(), 0);
-    SetHeight(25.0);
-    SetGroundSpeed(4.0); // high but slow
-    EXPECT_EQ(validatePushBackenvironment(), 0);
-}
-
-TEST_F(PushbackControl, TaxiingIsFasterThanTwoWithTheGearHandleDown) {
-    SetGearHandle(1);
-    SetGroundSpeed(2.5);
-    EXPECT_EQ(validatePushBackenvironment(), -4);
-    ErrorMessageInterpretor(-4);
-    EXPECT_STREQ(ErrorMessage, "You can't start a PushBack while taxiing!");
-    SetGroundSpeed(1.5);
-    EXPECT_EQ(validatePushBackenvironment(), 0);
-    SetHeight(15.0); // in the air below 20 m and faster than 5 counts as taxiing
-    SetGroundSpeed(6.0);
-    EXPECT_EQ(validatePushBackenvironment(), -4);
+TEST_F(PushbackControl, RefusalsComeInOrderAndSayWhy) {
+    const struct {
+        double heightM, speedMps;
+        int gearDown;
+        double n1Percent;
+        bool moving, gpu;
+        int expected;
+    } rows[] = {
+        {25.0, 6.0, 0, 0.0, false, false, -6}, // airborne: above 20 m and faster than 5 m/s
+        {19.0, 6.0, 0, 0.0, false, false, 0},  // low and fast with the gear up: neither airborne nor taxiing
+        {25.0, 4.0, 0, 0.0, false, false, 0},  // high but slow
+        {0.0, 2.5, 1, 0.0, false, false, -4},  // taxiing: faster than 2 m/s with the gear handle down
+        {0.0, 1.5, 1, 0.0, false, false, 0},
+        {15.0, 6.0, 1, 0.0, false, false, -4}, // in the air below 20 m and faster than 5 counts as taxiing
+        {0.0, 0.0, 1, 22.0, false, false, -5}, // the last engine running
+        {0.0, 0.0, 1, 5.0, false, false, 0},   // idle spool-down at exactly 5 percent does not count
+        {0.0, 0.0, 1, 80.0, true, true, -3},   // already moving wins over every other reason,
+        {0.0, 0.0, 1, 80.0, false, true, -2},  // then the GPU, then the engines
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message()
+                     << row.heightM << " m, " << row.speedMps << " m/s, N1 " << row.n1Percent);
+        host->set("sim/flightmodel/position/y_agl", row.heightM);
+        host->set("sim/cockpit/switches/gear_handle_status", row.gearDown);
+        SetN1(1, row.n1Percent);
+        SetGroundSpeed(row.speedMps);
+        gKLVisPlaneMoving = row.moving;
+        gKLVisGPUpresent = row.gpu;
+        EXPECT_EQ(validatePushBackenvironment(), row.expected);
+    }
+    const std::pair<int, const char*> texts[] = {
+        {-6, "You can't start a PushBack while airborne!"},
+        {-4, "You can't start a PushBack while taxiing!"},
+        {-5, "You can't Pushback a plane while the engines are; running. (you can allow this in the "
+             "preferences panel."},
+        {-3, "Please wait for the current maneuver to finish;before restarting one!"}};
+    for (const auto& [code, text] : texts) {
+        ErrorMessageInterpretor(code);
+        EXPECT_STREQ(ErrorMessage, text);
+    }
 }
 
 TEST_F(PushbackControl, RunningEnginesNeedThePreference) {
     SetN1(1, 22.0);
     EXPECT_EQ(validatePushBackenvironment(), -5);
-    ErrorMessageInterpretor(-5);
-    EXPECT_STREQ(ErrorMessage, "You can't Pushback a plane while the engines are; running. "
-                               "(you can allow this in the preferences panel.");
     PrefAllowEngnON = true;
     EXPECT_EQ(validatePushBackenvironment(), 0);
     PrefAllowEngnON = false;
-    SetN1(1, 5.0); // idle spool-down at exactly 5 percent does not count
-    EXPECT_EQ(validatePushBackenvironment(), 0);
     // Only the aircraft's own engines are looked at.
     host->set("sim/aircraft/engine/acf_num_engines", 1);
     SetN1(1, 60.0);
@@ -88,21 +95,10 @@ TEST_F(PushbackControl, ConnectedGPURefusesTheMenuButNotTheDataref) {
     EXPECT_TRUE(gKLVtheTruck.IsVisible());
 }
 
-TEST_F(PushbackControl, AlreadyMovingWinsOverEveryOtherReason) {
-    gKLVisPlaneMoving = true;
-    gKLVisGPUpresent = true;
-    SetN1(0, 80.0);
-    EXPECT_EQ(validatePushBackenvironment(), -3);
-    ErrorMessageInterpretor(-3);
-    EXPECT_STREQ(ErrorMessage, "Please wait for the current maneuver to finish;before restarting one!");
-    gKLVisPlaneMoving = false;
-    EXPECT_EQ(validatePushBackenvironment(), -2); // then the GPU, then the engines
-}
-
 TEST_F(PushbackControl, MenuStartNamesTheTurnTheDatarefStartAlwaysSaysStraight) {
-    ASSERT_EQ(StartFromMenu(kMenuTailRight), 0);
+    ASSERT_EQ(StartFromMenu(kMenuTurnTailRight), 0);
     EXPECT_EQ(Spoken().back(), "Ok, D-AKLV we are ready to push back tail right. Please remove breaks.");
-    ASSERT_EQ(StartFromMenu(kMenuAutoLeft), 0);
+    ASSERT_EQ(StartFromMenu(kMenuAutoTailLeft), 0);
     EXPECT_EQ(Spoken().back(), "Ok, D-AKLV we are ready to push back tail left. Please remove breaks.");
     WriteStatus(2);
     EXPECT_EQ(Spoken().back(), "Ok, D-AKLV we are ready to push back straight. Please remove breaks.");
@@ -151,7 +147,7 @@ TEST_F(PushbackControl, StatusWritesOutsideOneToFiveStopEverything) {
 
 TEST_F(PushbackControl, StatusReadsThreeDuringAnAutomatedTailLeftPush) {
     host->set(kParkBrake, 0.0);
-    ASSERT_EQ(StartFromMenu(kMenuAutoLeft), 0);
+    ASSERT_EQ(StartFromMenu(kMenuAutoTailLeft), 0);
     EXPECT_EQ(Status(), 3);
     ASSERT_TRUE(RunUntilMoving(30.0));
     EXPECT_EQ(Status(), 3);

@@ -10,6 +10,7 @@
 #include "XPLMDisplay.h"
 #include "XPLMProcessing.h"
 #include "core/CrewMessages.h"
+#include "core/PluginMenu.h"
 #include "core/PushbackControl.h"
 #include "motion/AircraftPlacement.h"
 #include "gpu/GPUService.h"
@@ -18,20 +19,13 @@
 #include "objects/TruckModel.h"
 #include "utils/HostRelease.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace kalvora_test {
-
-/// Menu items that start a manoeuvre.
-enum MenuItem {
-    kMenuStraight = 3,
-    kMenuTailRight = 4,
-    kMenuTailLeft = 5,
-    kMenuAutoRight = 6,
-    kMenuAutoLeft = 7
-};
 
 constexpr const char* kParkBrake = "sim/flightmodel/controls/parkbrake";
 constexpr const char* kTextOut = "sim/operation/prefs/text_out";
@@ -58,41 +52,12 @@ protected:
         Boot();
     }
 
-    /// What the menu does for items 3 to 7: checks, then the manoeuvre's fields and start.
-    /// Returns the refusal code (0 when started); a refusal leaves its text in ErrorMessage.
-    int StartFromMenu(MenuItem item) {
-        const int code = validatePushBackenvironment();
-        if (code < 0) {
-            ErrorMessageInterpretor(code);
-            return code;
-        }
-        resetAll();
-        gKLVPlaneMoveDirection = kMoveBackward;
-        switch (item) {
-        case kMenuStraight:
-            gKLVPlaneRotateDir = kRotateStraight;
-            gKLVautoPbPhase = kPhaseStraightLeg;
-            PBInitialisation();
-            gKLVfinalPsi = static_cast<int>(Psi());
-            CalcFinalxz(gKLVPbLength, &gKLVfinalx, &gKLVfinalz);
-            break;
-        case kMenuTailRight:
-        case kMenuTailLeft:
-            gKLVPlaneRotateDir = item == kMenuTailRight ? kRotateTailRight : kRotateTailLeft;
-            gKLVautoPbPhase = kPhaseTurn;
-            PBInitialisation();
-            CalcFinalPsi(gKLVPlaneRotateDir, &gKLVfinalPsi);
-            break;
-        case kMenuAutoRight:
-        case kMenuAutoLeft:
-            gKLVPlaneRotateDir = item == kMenuAutoRight ? kRotateTailRight : kRotateTailLeft;
-            gKLVautoPbPhase = kPhaseStraightLeg;
-            PBInitialisation();
-            CalcFinalPsi(gKLVPlaneRotateDir, &gKLVfinalPsi);
-            CalcFinalxz(gKLVPbLength, &gKLVfinalx, &gKLVfinalz);
-            break;
-        }
-        return 0;
+    /// Picks a manoeuvre's menu item. Returns the refusal code (0 when started); a refusal leaves
+    /// its text in ErrorMessage.
+    int StartFromMenu(int item) {
+        const int verdict = validatePushBackenvironment();
+        KLVMenuHandlerCallback(nullptr, reinterpret_cast<void*>(static_cast<intptr_t>(item)));
+        return std::min(verdict, 0);
     }
 
     /// Writes the status dataref as another plug-in (a cockpit panel) does.

@@ -74,7 +74,7 @@ TEST_F(PushbackSequence, TruckWaitsThreeSecondsThenStopsLevelWithTheGear) {
     EXPECT_FALSE(gKLVisPlaneMoving);
 }
 
-TEST_F(PushbackSequence, BrakeQuestionIsRepeatedEverySixSecondsUntilReleasedThenThanks) {
+TEST_F(PushbackSequence, BrakeQuestionIsRepeatedEverySixSecondsUntilReleasedThenThanksForGood) {
     ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
     ASSERT_TRUE(RunUntilTruckAtGear(20.0));
     host->runFor(14.0);
@@ -94,6 +94,15 @@ TEST_F(PushbackSequence, BrakeQuestionIsRepeatedEverySixSecondsUntilReleasedThen
     EXPECT_EQ(Shown()->type, 2);
     EXPECT_EQ(ShownSeconds(), 6);
     EXPECT_TRUE(SpokenAt(kStarting).empty());
+
+    // The question is remembered: a later push with the brake released early thanks the pilot too.
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+    const std::size_t asks = SpokenAt(kConfirmBrake).size();
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilMoving(30.0));
+    EXPECT_EQ(Spoken().back(), kThanks);
+    EXPECT_EQ(SpokenAt(kConfirmBrake).size(), asks);
 }
 
 TEST_F(PushbackSequence, BrakeAlreadyReleasedGivesStartingWithoutTheQuestion) {
@@ -105,21 +114,6 @@ TEST_F(PushbackSequence, BrakeAlreadyReleasedGivesStartingWithoutTheQuestion) {
     EXPECT_TRUE(SpokenAt(kThanks).empty());
 }
 
-TEST_F(PushbackSequence, OnceTheCrewHasAskedLaterPushbacksThankThePilot) {
-    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    ASSERT_TRUE(RunUntilTruckAtGear(20.0));
-    host->runFor(2.0);
-    ASSERT_EQ(SpokenAt(kConfirmBrake).size(), 1u);
-    host->set(kParkBrake, 0.0);
-    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
-
-    host->set(kParkBrake, 0.0); // released before the truck arrives this time
-    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    ASSERT_TRUE(RunUntilMoving(30.0));
-    EXPECT_EQ(Spoken().back(), kThanks); // the earlier question is remembered
-    EXPECT_EQ(SpokenAt(kConfirmBrake).size(), 1u);
-}
-
 TEST_F(PushbackSequence, TruckRidesOnTheGearAndSteersWhileTheAircraftIsPushed) {
     Reboot([] {
         simhost::HostOptions o;
@@ -127,7 +121,7 @@ TEST_F(PushbackSequence, TruckRidesOnTheGearAndSteersWhileTheAircraftIsPushed) {
         return o;
     }());
     host->set(kParkBrake, 0.0);
-    ASSERT_EQ(StartFromMenu(kMenuAutoLeft), 0);
+    ASSERT_EQ(StartFromMenu(kMenuAutoTailLeft), 0);
     ASSERT_TRUE(RunUntilMoving(30.0));
     const double startX = X(), startZ = Z();
     host->runFor(4.0); // into the turn
@@ -176,22 +170,16 @@ TEST_F(PushbackSequence, AfterThePushTheTruckTurnsAwayAndTheCrewClearsTheAircraf
     const double goneX = gKLVTruckX;
     host->runFor(2.0);
     EXPECT_DOUBLE_EQ(gKLVTruckX, goneX);
-}
 
-TEST_F(PushbackSequence, TextOutputIsRestoredFifteenSecondsAfterTheFirstPushBackOnly) {
-    host->set(kParkBrake, 0.0);
-    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+    // The host's text output comes back 15 s after the first push-back only.
     EXPECT_EQ(host->geti(kTextOut), 0);
-    host->runFor(14.5);
+    host->runFor(12.5);
     EXPECT_EQ(host->geti(kTextOut), 0);
     host->runFor(1.0);
     EXPECT_EQ(host->geti(kTextOut), 1);
-
-    // A second push-back: speech turns the text output off again, and it stays off.
     host->set(kParkBrake, 0.0);
     ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    EXPECT_EQ(host->geti(kTextOut), 0);
+    EXPECT_EQ(host->geti(kTextOut), 0); // speech turns it off again, and it stays off
     ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
     host->runFor(30.0);
     EXPECT_EQ(host->geti(kTextOut), 0);

@@ -16,10 +16,8 @@ protected:
             host->set("sim/flightmodel/position/q", q[i], i);
     }
 
-    /// Steps the truck from its park position until it reaches the gear; the number of steps or -1.
+    /// Steps the truck until it reaches the gear; the number of steps or -1.
     int ApproachSteps(int limit) {
-        SetGearIndex();
-        CalcTruckParkPos(&gKLVTruckX, &gKLVTruckZ, &TruckInitialHdg);
         double gx = 0.0, gz = 0.0;
         Gear(&gx, &gz);
         const double step = PrefFrontWheel ? PrefStepValue : -PrefStepValue;
@@ -31,39 +29,25 @@ protected:
     }
 };
 
-TEST_F(TruckMovement, ApproachFromTheParkPositionEndsAtTheGearForEveryHeading) {
+TEST_F(TruckMovement, ParkPositionAndApproachToTheGearForEveryHeading) {
     for (bool front : {true, false}) {
         PrefFrontWheel = front;
         for (float psi = 0.5f; psi < 360.0f; psi += 7.25f) {
             SCOPED_TRACE(testing::Message() << "front " << front << " heading " << psi);
             SetHeading(psi);
+            SetGearIndex();
+            // It parks 15 m from the gear along the axis: ahead of the nose gear facing the aircraft's
+            // way, behind the main gear facing back (a heading left as it is, not normalised).
+            CalcTruckParkPos(&gKLVTruckX, &gKLVTruckZ, &TruckInitialHdg);
+            EXPECT_NEAR(TruckAheadOfGear(), front ? 15.0 : -15.0, 1e-3);
+            EXPECT_NEAR(TruckToGear(), 15.0, 1e-3);
+            EXPECT_FLOAT_EQ(TruckInitialHdg, front ? psi : psi - 180.0f);
             const int steps = ApproachSteps(400);
             ASSERT_GE(steps, 140); // 15 m at 0.1 m a step, give or take the grid
             EXPECT_LE(steps, 152);
             EXPECT_LT(TruckToGear(), 0.25);
         }
     }
-}
-
-TEST_F(TruckMovement, ParkPositionIsFifteenMetresAlongTheAxis) {
-    SetHeading(90.0f); // facing east (+x)
-    SetGearIndex();
-    double x = 0.0, z = 0.0, gx = 0.0, gz = 0.0;
-    float hdg = 0.0f;
-    Gear(&gx, &gz);
-    CalcTruckParkPos(&x, &z, &hdg);
-    EXPECT_NEAR(x - gx, 15.0, 1e-4);
-    EXPECT_NEAR(z - gz, 0.0, 1e-4);
-    EXPECT_FLOAT_EQ(hdg, 90.0f);
-
-    PrefFrontWheel = false;
-    SetHeading(10.0f);
-    SetGearIndex();
-    Gear(&gx, &gz);
-    CalcTruckParkPos(&x, &z, &hdg);
-    EXPECT_NEAR(std::hypot(x - gx, z - gz), 15.0, 1e-4);
-    EXPECT_GT(z, gz);              // behind: heading 10 looks towards -z
-    EXPECT_FLOAT_EQ(hdg, -170.0f); // not normalised
 }
 
 TEST_F(TruckMovement, TurnAwayStepsFourTenthsOfADegreeThenDrivesForward) {

@@ -170,7 +170,7 @@ TEST_F(HostUtils, LogGoesToTheDebugOutputWithLevelTags) {
     EXPECT_EQ(printed, expected);
 }
 
-TEST_F(HostUtils, LogFileIsErasedThenAppendedAndPercentSignsAreSafe) {
+TEST_F(HostUtils, LogFileIsErasedThenAppendedCutToALineAndPercentSignsAreSafe) {
     TempFolder dir;
     const std::string path = dir.write("Kalvora.log", "old content\n");
     HV_LOGUtils::SetPlugInName("Pushy");
@@ -185,17 +185,15 @@ TEST_F(HostUtils, LogFileIsErasedThenAppendedAndPercentSignsAreSafe) {
     EXPECT_EQ(printed, "[Pushy]-[TRACE] trace now shown\n[Pushy]-[INFO ] value %d of %s at 50% %n\n");
     EXPECT_EQ(host.logText(), before); // nothing falls back to the debug output
     EXPECT_NE(HV_LOGUtils::SetLogFilePath(dir.file("absent.log").c_str(), 1, true), 0); // nothing to erase
-}
 
-TEST_F(HostUtils, OverlongNameAndMessageAreCut) {
-    TempFolder dir;
-    const std::string path = dir.file("cut.log");
-    HV_LOGUtils::SetLogFilePath(path.c_str(), HV_LOGUtils::kHV_LOG_INFO, false);
+    // An overlong name and message are cut to one log line.
+    const std::string cut = dir.file("cut.log");
+    HV_LOGUtils::SetLogFilePath(cut.c_str(), HV_LOGUtils::kHV_LOG_INFO, false);
     HV_LOGUtils::SetPlugInName(std::string(100, 'N').c_str());
     ::testing::internal::CaptureStdout();
     HV_LOGUtils::Add2Log(std::string(1000, 'm').c_str(), HV_LOGUtils::kHV_LOG_ALERT);
     ::testing::internal::GetCapturedStdout();
-    const std::string line = ReadFile(path);
+    const std::string line = ReadFile(cut);
     ASSERT_EQ(line.size(), static_cast<size_t>(HV_LOGUtils::kLogLineBytes - 1));
     EXPECT_EQ(line.substr(0, 33), "[" + std::string(30, 'N') + "]-");
     EXPECT_EQ(line.back(), '\n');
@@ -240,29 +238,16 @@ TEST_F(HostUtils, ModifiersOfTheLastKeyEvent) {
 }
 
 TEST_F(HostUtils, WindowIsCentredOnA1024By768Screen) {
-    XPLMCreateWindow_t params{};
-    params.structSize = sizeof params;
-    params.left = 10;
-    params.top = 700;
-    params.right = 311;  // 301 wide
-    params.bottom = 500; // 200 high
-    params.visible = 1;
-    params.drawWindowFunc = [](XPLMWindowID, void*) {};
-    params.handleMouseClickFunc = [](XPLMWindowID, int, int, XPLMMouseStatus, void*) { return 0; };
-    params.handleKeyFunc = [](XPLMWindowID, char, XPLMKeyFlags, char, void*, int) {};
-    params.handleCursorFunc = [](XPLMWindowID, int, int, void*) -> XPLMCursorStatus {
-        return xplm_CursorDefault;
-    };
-    params.handleMouseWheelFunc = [](XPLMWindowID, int, int, int, int, void*) { return 0; };
-    XPLMWindowID window = XPLMCreateWindowEx(&params);
+    XPLMWindowID window = XPLMCreateWindow(
+        10, 700, 311, 500, 1, [](XPLMWindowID, void*) {},
+        [](XPLMWindowID, char, XPLMKeyFlags, char, void*, int) {},
+        [](XPLMWindowID, int, int, XPLMMouseStatus, void*) { return 0; }, nullptr); // 301 wide, 200 high
     ASSERT_NE(window, nullptr);
     HV_GNLUtils::Window_Center(window);
-    int left = 0, top = 0, right = 0, bottom = 0;
-    XPLMGetWindowGeometry(window, &left, &top, &right, &bottom);
-    EXPECT_EQ(left, 512 - 150);
-    EXPECT_EQ(right, 512 + 150);
-    EXPECT_EQ(top, 384 + 100);
-    EXPECT_EQ(bottom, 384 - 100);
+    int geometry[4] = {};
+    XPLMGetWindowGeometry(window, &geometry[0], &geometry[1], &geometry[2], &geometry[3]);
+    EXPECT_EQ(std::vector<int>(geometry, geometry + 4),
+              (std::vector<int>{512 - 150, 384 + 100, 512 + 150, 384 - 100}));
     HV_GNLUtils::Window_Center(nullptr);
     XPLMDestroyWindow(window);
 }
