@@ -25,59 +25,48 @@ protected:
     int panelId = -1;
 };
 
-TEST_F(PublishedDataRefs, AreRegisteredWritableWithTheirTypes) {
+TEST_F(PublishedDataRefs, AreWritableWithTheirTypesAndCarryThePluginsValuesBothWays) {
+    for (const char* name : {"halvern/kalvora/PBstatus", "halvern/kalvora/GPUstatus"}) {
+        XPLMDataRef ref = XPLMFindDataRef(name);
+        ASSERT_NE(ref, nullptr) << name;
+        EXPECT_EQ(XPLMGetDataRefTypes(ref), xplmType_Int) << name;
+        EXPECT_EQ(XPLMCanWriteDataRef(ref), 1) << name;
+    }
+    // The truck's position needs double precision; the cart's goes out as float.
     const struct {
         const char* name;
         XPLMDataTypeID type;
-    } expected[] = {
-        {"halvern/kalvora/PBstatus", xplmType_Int},
-        {"halvern/kalvora/GPUstatus", xplmType_Int},
-        {"halvern/kalvora/truck/position_ogl_x", xplmType_Double},
-        {"halvern/kalvora/truck/position_ogl_y", xplmType_Double},
-        {"halvern/kalvora/truck/position_ogl_z", xplmType_Double},
-        {"halvern/kalvora/truck/position_hdg", xplmType_Float},
-        {"halvern/kalvora/GPU/position_ogl_x", xplmType_Float},
-        {"halvern/kalvora/GPU/position_ogl_y", xplmType_Float},
-        {"halvern/kalvora/GPU/position_ogl_z", xplmType_Float},
+        double* global;
+    } positions[] = {
+        {"halvern/kalvora/truck/position_ogl_x", xplmType_Double, &gKLVTruckX},
+        {"halvern/kalvora/truck/position_ogl_y", xplmType_Double, &gKLVTruckY},
+        {"halvern/kalvora/truck/position_ogl_z", xplmType_Double, &gKLVTruckZ},
+        {"halvern/kalvora/GPU/position_ogl_x", xplmType_Float, &gpuX},
+        {"halvern/kalvora/GPU/position_ogl_y", xplmType_Float, &gpuY},
+        {"halvern/kalvora/GPU/position_ogl_z", xplmType_Float, &gpuZ},
     };
-    for (const auto& e : expected) {
-        SCOPED_TRACE(e.name);
-        XPLMDataRef ref = XPLMFindDataRef(e.name);
+    for (const auto& p : positions) {
+        SCOPED_TRACE(p.name);
+        XPLMDataRef ref = XPLMFindDataRef(p.name);
         ASSERT_NE(ref, nullptr);
-        EXPECT_EQ(XPLMGetDataRefTypes(ref), e.type);
+        EXPECT_EQ(XPLMGetDataRefTypes(ref), p.type);
         EXPECT_EQ(XPLMCanWriteDataRef(ref), 1);
+        const bool isDouble = p.type == xplmType_Double;
+        *p.global = isDouble ? 1.0e6 + 0.125 : -40.125;
+        EXPECT_EQ(isDouble ? XPLMGetDatad(ref) : XPLMGetDataf(ref), *p.global);
+        if (isDouble)
+            XPLMSetDatad(ref, -3.25);
+        else
+            XPLMSetDataf(ref, -3.25f);
+        EXPECT_EQ(*p.global, -3.25);
+        EXPECT_EQ(XPLMGetDatai(ref), 0) << "wrong-typed access reads nothing";
     }
-}
-
-TEST_F(PublishedDataRefs, TruckPositionAndHeadingAreReadAndWrittenByAnotherPlugin) {
-    gKLVTruckX = 12.5;
-    gKLVTruckY = -0.75;
-    gKLVTruckZ = 1.0e6 + 0.125; // needs double precision
+    XPLMDataRef heading = XPLMFindDataRef("halvern/kalvora/truck/position_hdg");
+    EXPECT_EQ(XPLMGetDataRefTypes(heading), xplmType_Float);
     myTruckHeading = 271.25f;
-    EXPECT_DOUBLE_EQ(XPLMGetDatad(XPLMFindDataRef("halvern/kalvora/truck/position_ogl_x")), 12.5);
-    EXPECT_DOUBLE_EQ(XPLMGetDatad(XPLMFindDataRef("halvern/kalvora/truck/position_ogl_y")), -0.75);
-    EXPECT_DOUBLE_EQ(XPLMGetDatad(XPLMFindDataRef("halvern/kalvora/truck/position_ogl_z")), 1.0e6 + 0.125);
-    EXPECT_FLOAT_EQ(XPLMGetDataf(XPLMFindDataRef("halvern/kalvora/truck/position_hdg")), 271.25f);
-
-    XPLMSetDatad(XPLMFindDataRef("halvern/kalvora/truck/position_ogl_x"), -3.25);
-    XPLMSetDatad(XPLMFindDataRef("halvern/kalvora/truck/position_ogl_z"), 7.5);
-    XPLMSetDataf(XPLMFindDataRef("halvern/kalvora/truck/position_hdg"), 45.5f);
-    EXPECT_DOUBLE_EQ(gKLVTruckX, -3.25);
-    EXPECT_DOUBLE_EQ(gKLVTruckZ, 7.5);
+    EXPECT_FLOAT_EQ(XPLMGetDataf(heading), 271.25f);
+    XPLMSetDataf(heading, 45.5f);
     EXPECT_FLOAT_EQ(myTruckHeading, 45.5f);
-    // Wrong-typed access reads nothing.
-    EXPECT_EQ(XPLMGetDatai(XPLMFindDataRef("halvern/kalvora/truck/position_ogl_x")), 0);
-}
-
-TEST_F(PublishedDataRefs, GpuPositionIsPublishedAsFloat) {
-    gpuX = 100.25;
-    gpuY = 2.5;
-    gpuZ = -40.125;
-    EXPECT_FLOAT_EQ(XPLMGetDataf(XPLMFindDataRef("halvern/kalvora/GPU/position_ogl_x")), 100.25f);
-    EXPECT_FLOAT_EQ(XPLMGetDataf(XPLMFindDataRef("halvern/kalvora/GPU/position_ogl_y")), 2.5f);
-    EXPECT_FLOAT_EQ(XPLMGetDataf(XPLMFindDataRef("halvern/kalvora/GPU/position_ogl_z")), -40.125f);
-    XPLMSetDataf(XPLMFindDataRef("halvern/kalvora/GPU/position_ogl_y"), 9.5f);
-    EXPECT_DOUBLE_EQ(gpuY, 9.5);
 }
 
 TEST_F(PublishedDataRefs, PushbackStatusFollowsTheManoeuvre) {

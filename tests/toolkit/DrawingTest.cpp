@@ -77,20 +77,8 @@ TEST_F(Drawing, APanelIsFilledWithItsStylesBackgroundUntilHidden) {
 }
 
 TEST_F(Drawing, APictureShowsItsPieceAndTheNightTintDarkensIt) {
-    // A 16 x 16 green BMP written by the product's own writer: its rows of 48 bytes are already a
-    // multiple of four and take no padding, which the texture loader expects too.
-    ImageInfo image{};
-    ASSERT_EQ(CreateNewBitmap(16, 16, 3, &image), 0);
-    for (long y = 0; y < 16; ++y)
-        for (long x = 0; x < 16; ++x) {
-            unsigned char* p = image.data + y * BitmapRowBytes(&image) + x * 3;
-            p[0] = 0; // blue, green, red
-            p[1] = 255;
-            p[2] = 0;
-        }
     const std::string bmp = dir.file("solid.bmp");
-    ASSERT_EQ(WriteBitmapToFile(&image, bmp.c_str()), 0);
-    DestroyBitmap(&image);
+    ASSERT_TRUE(kalvora_test::WritePicture(bmp, kalvora_test::PictureFormat::Bmp, 16, Rgb{0, 255, 0}));
     HV_Texture texture(true);
     ASSERT_TRUE(texture.LoadBMP(bmp.c_str()));
     HV_Window pictures(nullptr, nullptr, 200, "Pictures", false, true);
