@@ -75,30 +75,19 @@ TEST_F(AircraftPlacement, NoseWheelSteeringRampsToItsLimitOnlyWithAJoystick) {
         ApplyNWsteering(mode);
     EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.1, 1e-6) << "no joystick: untouched";
 
+    // With a joystick: each mode ramps the ratio, stops at the limit of 0.3 and never passes the centre.
     host->set("sim/joystick/has_joystick", 1);
-    ApplyNWsteering(0);
-    EXPECT_EQ(host->getf("sim/joystick/yolk_heading_ratio"), 0.0);
-    for (int frame = 0; frame < 14; ++frame)
-        ApplyNWsteering(1);
-    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), -0.28, 1e-5);
-    for (int frame = 0; frame < 10; ++frame)
-        ApplyNWsteering(1);
-    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), -0.3, 0.0201) << "stops at the limit";
-    EXPECT_GE(host->getf("sim/joystick/yolk_heading_ratio"), -0.3201);
-
-    for (int frame = 0; frame < 40; ++frame)
-        ApplyNWsteering(-1); // back towards the centre from the left, never past it
-    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.0, 0.0201);
-
-    ApplyNWsteering(0);
-    for (int frame = 0; frame < 40; ++frame)
-        ApplyNWsteering(2);
-    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.3, 0.0201);
-    EXPECT_LE(host->getf("sim/joystick/yolk_heading_ratio"), 0.3201);
-    for (int frame = 0; frame < 40; ++frame)
-        ApplyNWsteering(-2);
-    EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.0, 0.0201);
-
+    const struct {
+        int mode, frames;
+        double ratio, tolerance;
+    } steps[] = {{0, 1, 0.0, 0.0}, {1, 14, -0.28, 1e-5}, {1, 10, -0.3, 0.0201}, {-1, 40, 0.0, 0.0201},
+                 {0, 1, 0.0, 0.0}, {2, 40, 0.3, 0.0201}, {-2, 40, 0.0, 0.0201}};
+    for (const auto& step : steps) {
+        for (int frame = 0; frame < step.frames; ++frame)
+            ApplyNWsteering(step.mode);
+        EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), step.ratio, step.tolerance)
+            << "mode " << step.mode << " for " << step.frames << " frames";
+    }
     const double before = host->getf("sim/joystick/yolk_heading_ratio");
     ApplyNWsteering(3);
     ApplyNWsteering(-3);
