@@ -110,15 +110,11 @@ TEST_F(Controls, TextBoxRefusesCharactersOutsideItsListButLetsEditingKeysThrough
         box->GetText(text, sizeof text);
         return std::string(text);
     };
-    Click(digits->widget);
-    XPSetWidgetProperty(digits->widget, xpProperty_EditFieldSelStart, 2);
-    XPSetWidgetProperty(digits->widget, xpProperty_EditFieldSelEnd, 2);
-    Type("3a.5");
+    ASSERT_TRUE(simhost::typeInto(host(), digits->widget, "3a.5"));
     EXPECT_EQ(textOf(digits), "123.5");
     host().pressKey(XPLM_VK_BACK, 0, XPLM_KEY_DELETE);
     EXPECT_EQ(textOf(digits), "123.");
-    Click(free->widget);
-    Type("Ab9");
+    ASSERT_TRUE(simhost::typeInto(host(), free->widget, "Ab9"));
     EXPECT_EQ(textOf(free), "Ab9");
 }
 

@@ -128,18 +128,6 @@ protected:
     /// Mouse down and up in the middle of a widget.
     void Click(XPWidgetID w) { EXPECT_TRUE(simhost::clickWidget(*host_, w)) << "click on " << GeometryOf(w); }
 
-    /// Types letters, digits and dots into the focused widget (key down and up each).
-    void Type(const std::string& text) {
-        for (char c : text) {
-            int key = 0;
-            if (c >= 'a' && c <= 'z') key = XPLM_VK_A + (c - 'a');
-            if (c >= 'A' && c <= 'Z') key = XPLM_VK_A + (c - 'A');
-            if (c >= '0' && c <= '9') key = XPLM_VK_0 + (c - '0');
-            if (c == '.') key = XPLM_VK_PERIOD;
-            host_->pressKey(key, 0, c);
-        }
-    }
-
     std::unique_ptr<simhost::Host> host_;
     int pluginId_ = -1;
     bool render_;
