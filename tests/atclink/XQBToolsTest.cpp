@@ -337,24 +337,7 @@ TEST_F(XQBToolsTest, HighAltitudeBecomesAFlightLevelThatASecondSendDividesNoMore
     EXPECT_EQ(xsb.refs["fp/cruise_altitude"].lastWriteLength, 6);
 }
 
-TEST_F(XQBToolsTest, TimesAreCutAtTheirThirdCharacterWithOrWithoutAColon) {
-    FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
-    XQBTools tools;
-    tools.SetHourDeparture("1350");
-    tools.SetHourFlight("2:30");
-    tools.XQBSendFlightPlan();
-    EXPECT_EQ(xsb.refs["fp/departure_time"].value, 1300) << "\"13\" and \"0\"";
-    EXPECT_EQ(xsb.refs["fp/enroute_hrs"].value, 2) << "\"2:\" reads as 2";
-    EXPECT_EQ(xsb.refs["fp/enroute_mins"].value, 0) << "\"0\" after the cut '3'";
-
-    // The cut stays in the stored time: a second send reads the same numbers.
-    tools.SetHourDeparture("07:45");
-    tools.XQBSendFlightPlan();
-    tools.XQBSendFlightPlan();
-    EXPECT_EQ(xsb.refs["fp/departure_time"].value, 745);
-}
-
-TEST_F(XQBToolsTest, OverLongCodesAndTimesStayWithinTheirFields) {
+TEST_F(XQBToolsTest, CodesAndTimesAreCutToTheirFields) {
     FakeXSquawkBox& xsb = startXSquawkBox(kConnected);
     XQBTools tools;
     // Neighbours first, so that an overrun of the next setters would show in them.
@@ -376,6 +359,19 @@ TEST_F(XQBToolsTest, OverLongCodesAndTimesStayWithinTheirFields) {
     EXPECT_EQ(xsb.refs["fp/enroute_hrs"].value, 4);
     EXPECT_EQ(xsb.refs["fp/enroute_mins"].value, 5);
     EXPECT_NE(host.logText().find("longer than 4 characters"), std::string::npos);
+
+    // A time is cut at its third character, with or without a colon.
+    tools.SetHourDeparture("1350");
+    tools.SetHourFlight("2:30");
+    tools.XQBSendFlightPlan();
+    EXPECT_EQ(xsb.refs["fp/departure_time"].value, 1300) << "\"13\" and \"0\"";
+    EXPECT_EQ(xsb.refs["fp/enroute_hrs"].value, 2) << "\"2:\" reads as 2";
+    EXPECT_EQ(xsb.refs["fp/enroute_mins"].value, 0) << "\"0\" after the cut '3'";
+    // The cut stays in the stored time: a second send reads the same numbers.
+    tools.SetHourDeparture("07:45");
+    tools.XQBSendFlightPlan();
+    tools.XQBSendFlightPlan();
+    EXPECT_EQ(xsb.refs["fp/departure_time"].value, 745);
 }
 
 TEST_F(XQBToolsTest, RouteIsAnOwnedCopyThatCanBeReplacedOrCleared) {
