@@ -91,19 +91,6 @@ TEST_F(Commands, LegacyButtonsAndKeyStrokesSelectViews) {
     EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1010);
 }
 
-TEST_F(Commands, PauseCommandsFreezeTheWorld) {
-    host->set("sim/flightmodel/position/groundspeed", 10); // taxiing north
-    host->runFrames(60);
-    const double z = host->getf("sim/flightmodel/position/local_z");
-    EXPECT_NEAR(z, -10.0, 1e-6);
-    EXPECT_TRUE(host->runCommand("sim/operation/pause_toggle"));
-    EXPECT_EQ(host->geti("sim/time/paused"), 1);
-    host->runFrames(60);
-    EXPECT_DOUBLE_EQ(host->getf("sim/flightmodel/position/local_z"), z);
-    host->runCommand("sim/operation/pause_off");
-    EXPECT_FALSE(host->paused());
-}
-
 // ---- camera
 struct CameraLog {
     int calls = 0;

@@ -153,25 +153,6 @@ void onError(const char* message) {
     gErrors.push_back(message);
 }
 
-TEST_F(Plugins, NewDataRefsAreAnnouncedOncePerFrameToThoseWhoAsked) {
-    std::vector<int> counts;
-    const int listener = addOther("test.listener", [&](int, int msg, void* param) {
-        if (msg == 114) counts.push_back(*static_cast<int*>(param));
-    });
-    host->setDirectCaller(listener);
-    XPLMEnableFeature("XPLM_WANTS_DATAREF_NOTIFICATIONS", 1);
-    EXPECT_TRUE(XPLMIsFeatureEnabled("XPLM_WANTS_DATAREF_NOTIFICATIONS"));
-    host->setDirectCaller(me);
-    const int before = XPLMCountDataRefs();
-    ASSERT_NE(XPLMFindDataRef("sim/graphics/VR/enabled"), nullptr); // X-Plane's own: not new
-    XPLMRegisterDataAccessor("test/a", xplmType_Int, 0, readZero, nullptr, nullptr, nullptr, nullptr, nullptr,
-                             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-    XPLMRegisterDataAccessor("test/b", xplmType_Int, 0, readZero, nullptr, nullptr, nullptr, nullptr, nullptr,
-                             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-    host->runFrames(3);
-    EXPECT_EQ(counts, (std::vector<int>{before + 2}));
-}
-
 TEST_F(Plugins, ApiMisuseReachesTheCallersErrorCallback) {
     gErrors.clear();
     XPLMSetErrorCallback(onError);
@@ -182,21 +163,6 @@ TEST_F(Plugins, ApiMisuseReachesTheCallersErrorCallback) {
     XPLMCreateFlightLoop(nullptr);
     EXPECT_EQ(gErrors.size(), 1u);
     EXPECT_NE(host->logText().find("API error: XPLMCreateFlightLoop"), std::string::npos);
-}
-
-TEST_F(Plugins, SpeechCanBeSpokenIntoWavFiles) {
-    if (access("/usr/bin/espeak-ng", X_OK) != 0) GTEST_SKIP() << "espeak-ng is not installed";
-    const std::string dir = ::testing::TempDir() + "simhost-speech";
-    std::filesystem::create_directories(dir);
-    simhost::HostOptions o;
-    o.speechWavDir = dir;
-    start(o);
-    XPLMSpeakString("Brakes released, starting push back");
-    const std::string wav = dir + "/speech-001.wav";
-    ASSERT_TRUE(std::filesystem::exists(wav));
-    EXPECT_EQ(kalvora_test::ReadFile(wav).substr(0, 4), "RIFF");
-    EXPECT_GT(std::filesystem::file_size(wav), 1000u); // more than a header
-    std::filesystem::remove_all(dir);
 }
 
 } // namespace

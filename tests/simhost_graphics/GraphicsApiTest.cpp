@@ -28,31 +28,6 @@ TEST_F(GraphicsState, BlendingMixesOnlyWhenEnabled) {
     EXPECT_EQ(img.at(125, 25) >> 8, rgba(255, 0, 0) >> 8);
 }
 
-TEST_F(GraphicsState, DepthTestingAndWritingFollowTheirFlags) {
-    gfx::View view;
-    gfx::setup3D(view);
-    auto quad = [](double z, float r, float g, float b) {
-        glColor3f(r, g, b);
-        glBegin(GL_QUADS);
-        glVertex3d(-1, -1, z);
-        glVertex3d(1, -1, z);
-        glVertex3d(1, 1, z);
-        glVertex3d(-1, 1, z);
-        glEnd();
-    };
-    XPLMSetGraphicsState(0, 0, 0, 0, 0, 1, 1);
-    quad(-5, 0, 1, 0);  // near, green
-    quad(-10, 1, 0, 0); // far, red: hidden behind green
-    EXPECT_EQ(frame().at(kFrameW / 2, kFrameH / 2), rgba(0, 255, 0));
-
-    ASSERT_TRUE(gfx::beginFrame(kFrameW, kFrameH));
-    gfx::setup3D(view);
-    XPLMSetGraphicsState(0, 0, 0, 0, 0, 1, 0); // testing, but the near quad writes no depth
-    quad(-5, 0, 1, 0);
-    quad(-10, 1, 0, 0);
-    EXPECT_EQ(frame().at(kFrameW / 2, kFrameH / 2), rgba(255, 0, 0));
-}
-
 TEST_F(Textures, ATextureBoundByNumberIsDrawnOnlyWithATextureUnitOn) {
     int tex[2] = {0, 0};
     XPLMGenerateTextureNumbers(tex, 2);
@@ -123,31 +98,6 @@ TEST_F(Text, WordWrapBreaksBetweenWordsOntoLowerLines) {
     EXPECT_EQ(litPixels(img, 10 + wrap, 0, kFrameW, kFrameH), 0);              // nothing past the width
 }
 
-TEST_F(Text, DrawNumberLooksLikeTheZeroPaddedText) {
-    float white[3] = {1, 1, 1};
-    XPLMDrawNumber(white, 10, 100, 5.0, 3, 0, 0, xplmFont_Basic);
-    XPLMDrawString(white, 10, 50, "005", nullptr, xplmFont_Basic);
-    XPLMDrawNumber(white, 110, 100, -2.75, 2, 1, 1, xplmFont_Basic);
-    XPLMDrawString(white, 110, 50, "-02.8", nullptr, xplmFont_Basic);
-    gfx::Image img = frame();
-    for (int dx = 0; dx < 40; ++dx)
-        for (int dy = -3; dy < 12; ++dy) {
-            ASSERT_EQ(img.at(10 + dx, 100 + dy), img.at(10 + dx, 50 + dy)) << dx << "," << dy;
-            ASSERT_EQ(img.at(110 + dx, 100 + dy), img.at(110 + dx, 50 + dy)) << dx << "," << dy;
-        }
-    EXPECT_GT(litPixels(img, 10, 100, 50, 112), 10);
-}
-
-TEST_F(Text, TheDarkBoxDarkensWhatIsBehindIt) {
-    fillRect(0, 0, kFrameW, kFrameH, 1, 1, 1);
-    XPLMDrawTranslucentDarkBox(10, 60, 60, 10); // left, top, right, bottom
-    gfx::Image img = frame();
-    uint32_t inside = img.at(30, 30);
-    EXPECT_LT(red(inside), 200);
-    EXPECT_GT(red(inside), 0); // translucent, not black
-    EXPECT_EQ(img.at(80, 30), rgba(255, 255, 255));
-}
-
 TEST(TextMetrics, BasicIsMonospacedAndProportionalIsNot) {
     int w = 0, h = 0;
     XPLMGetFontDimensions(xplmFont_Basic, &w, &h, nullptr);
@@ -194,12 +144,6 @@ TEST(LocalFrame, NorthIsMinusZAndEastIsPlusX) {
     XPLMWorldToLocal(0, -179.9, 0, &x, &y, &z);
     EXPECT_NEAR(x, 0.2 * 111195, 50);
 }
-
-} // namespace
-} // namespace simhost::testing
-
-namespace simhost::testing {
-namespace {
 
 int gScreenDraws = 0;
 

@@ -13,7 +13,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <limits>
 #include <memory>
 #include <string>
 
@@ -183,65 +182,6 @@ TEST_F(WorldDrawing, TheAircraftIsDrawnWhereItsDatarefsPutIt) {
     for (size_t i = 0; i < 3; ++i)
         EXPECT_FALSE(isFuselage(turned.at(after[i].x, after[i].y)))
             << "no longer north-south, point " << i << ": " << std::hex << turned.at(after[i].x, after[i].y);
-}
-
-TEST_F(WorldDrawing, TheApronStaysUnderTheAircraftWhenTheLocalOriginMoves) {
-    Start();
-    if (::testing::Test::IsSkipped()) return;
-    // Looking down on the nose gear and the stop bar painted under it, from the aircraft's side.
-    auto aim = [&] {
-        double x = 0, y = 0, z = 0;
-        BodyPoint(host->aircraft().gear[0].z, 0, x, y, z);
-        camera.x = static_cast<float>(x + 8);
-        camera.y = static_cast<float>(host->getf("sim/flightmodel/position/local_y") + 30);
-        camera.z = static_cast<float>(z);
-        camera.pitch = -70;
-        camera.heading = 270;
-        camera.zoom = 1;
-    };
-    aim();
-    HoldCamera();
-    const gfx::Image before = Frame("origin-before");
-    // About 1.1 km north and 0.7 km east: the aircraft gets new local coordinates, the same spot.
-    host->shiftLocalOrigin(host->getf("sim/flightmodel/position/lat_ref") + 0.01,
-                           host->getf("sim/flightmodel/position/lon_ref") + 0.01);
-    ASSERT_GT(std::hypot(host->getf("sim/flightmodel/position/local_x"),
-                         host->getf("sim/flightmodel/position/local_z")),
-              1000);
-    aim();
-    const gfx::Image after = Frame("origin-after");
-    int same = 0;
-    for (int y = 0; y < kH; ++y)
-        for (int x = 0; x < kW; ++x)
-            same += near(after.at(x, y), channel(before.at(x, y), 24), channel(before.at(x, y), 16),
-                         channel(before.at(x, y), 8), 8)
-                        ? 1
-                        : 0;
-    // The reference point is kept in single precision: the apron may land a few centimetres off.
-    EXPECT_GT(same, kW * kH * 95 / 100);
-}
-
-TEST_F(WorldDrawing, AnAircraftOfNonNumbersLeavesTheApronAndNoAircraft) {
-    Start();
-    if (::testing::Test::IsSkipped()) return;
-    Aircraft& a = host->aircraft();
-    a.sizeX = std::nan("");
-    a.gear[0].legLength = std::numeric_limits<double>::infinity();
-    const gfx::Image frame = Frame("non-numbers");
-    const CameraState cam = host->camera();
-    camera.x = cam.x;
-    camera.y = cam.y;
-    camera.z = cam.z;
-    camera.pitch = cam.pitch;
-    camera.heading = cam.heading;
-    camera.zoom = cam.zoom;
-    double x = 0, y = 0, z = 0;
-    BodyPoint(0, 0, x, y, z);
-    const Pixel centre = project(camera, x, y, z);
-    ASSERT_TRUE(inFrame(centre));
-    EXPECT_FALSE(isFuselage(frame.at(centre.x, centre.y))) << "no aircraft where it stands";
-    EXPECT_FALSE(isSky(frame.at(centre.x, centre.y)))
-        << "the apron (its lead-in line) under it: " << std::hex << frame.at(centre.x, centre.y);
 }
 
 /// A point on gear 0's leg, `down` metres below its attach point, in the local frame: the gear

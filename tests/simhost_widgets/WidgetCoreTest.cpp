@@ -14,43 +14,6 @@ using WidgetDispatch = WidgetTest;
 using WidgetFocus = WidgetTest;
 using WidgetDestruction = WidgetTest;
 
-TEST_F(WidgetTree, PropertiesReadZeroUntilSetAndDescriptorsCopyLikeStrncpy) {
-    XPWidgetID w = mainWindow(100, 400, 300, 200);
-    int exists = -1;
-    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), 0);
-    EXPECT_EQ(exists, 0);
-    XPSetWidgetProperty(w, xpProperty_UserStart + 7, -42);
-    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), -42);
-    EXPECT_EQ(exists, 1);
-    XPSetWidgetProperty(w, xpProperty_UserStart + 7, 0); // set to 0 still exists
-    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), 0);
-    EXPECT_EQ(exists, 1);
-    EXPECT_EQ(XPGetWidgetProperty(nullptr, xpProperty_Refcon, &exists), 0);
-    EXPECT_EQ(exists, 0);
-    // Setting a property tells the widget directly.
-    XPAddWidgetCallback(w, recordA);
-    seen().clear();
-    XPSetWidgetProperty(w, xpProperty_Refcon, 99);
-    auto changes = seenOf(xpMsg_PropertyChanged);
-    ASSERT_EQ(changes.size(), 1u);
-    EXPECT_EQ(changes[0].p1, xpProperty_Refcon);
-    EXPECT_EQ(changes[0].p2, 99);
-
-    // Descriptors copy like strncpy and return the full length.
-    XPSetWidgetDescriptor(w, "Kalvora push-back");
-    EXPECT_EQ(XPGetWidgetDescriptor(w, nullptr, 0), 17);
-    char small[8];
-    std::memset(small, 'x', sizeof small);
-    EXPECT_EQ(XPGetWidgetDescriptor(w, small, 7), 17);
-    EXPECT_EQ(std::string(small, 7), "Kalvora");
-    EXPECT_EQ(small[7], 'x'); // nothing written past the length given
-    char big[64];
-    XPGetWidgetDescriptor(w, big, sizeof big);
-    EXPECT_STREQ(big, "Kalvora push-back");
-    XPSetWidgetDescriptor(w, nullptr);
-    EXPECT_EQ(widgetDescriptor(w), "");
-}
-
 TEST_F(WidgetTree, ChildrenParentsAndRoots) {
     XPWidgetID root = mainWindow(100, 400, 300, 200);
     XPWidgetID a = child(root, xpWidgetClass_Caption, 110, 380, 200, 360, "a");
@@ -266,29 +229,6 @@ TEST_F(WidgetDestruction, AHandlerMayDestroyItsOwnWindowMidClick) {
     EXPECT_TRUE(topLevelWidgets().empty());
     EXPECT_TRUE(host->windows().empty());
     host->runFrames(2);
-}
-
-TEST_F(WidgetTree, CreateWidgetsFromATable) {
-    XPWidgetID outer = mainWindow(0, 700, 400, 300);
-    XPWidgetCreate_t table[] = {
-        {100, 600, 300, 400, 1, "Panel", 0, PARAM_PARENT, xpWidgetClass_SubWindow},
-        {110, 590, 200, 570, 1, "Name", 0, 0, xpWidgetClass_Caption},
-        {210, 590, 290, 570, 1, "", 0, 0, xpWidgetClass_TextField},
-        {0, 10, 10, 0, 1, "Loose", 0, NO_PARENT, xpWidgetClass_Caption},
-    };
-    XPWidgetID ids[WIDGET_COUNT(table)] = {};
-    XPUCreateWidgets(table, WIDGET_COUNT(table), outer, ids);
-    EXPECT_EQ(XPGetParentWidget(ids[0]), outer);
-    EXPECT_EQ(XPGetParentWidget(ids[1]), ids[0]);
-    EXPECT_EQ(XPGetParentWidget(ids[2]), ids[0]);
-    EXPECT_EQ(XPGetParentWidget(ids[3]), nullptr);
-    EXPECT_EQ(findWidget("Name"), ids[1]);
-    EXPECT_EQ(findWidgetByClass(xpWidgetClass_TextField), ids[2]);
-    EXPECT_EQ(findWidgetByClass(xpWidgetClass_Caption, ids[0], 0), ids[1]);
-    EXPECT_EQ(findWidgetByClass(xpWidgetClass_Caption, ids[0], 1), nullptr);
-    std::string tree = widgetTree();
-    EXPECT_NE(tree.find("MainWindow \"Window\""), std::string::npos) << tree;
-    EXPECT_NE(tree.find("\n    Caption \"Name\""), std::string::npos) << tree; // two levels down
 }
 
 TEST_F(WidgetDestruction, UnloadingAPluginTakesItsWidgetsAway) {
