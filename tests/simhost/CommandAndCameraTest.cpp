@@ -1,4 +1,4 @@
-// Commands (handler order and propagation, X-Plane's view and pause commands,
+// Commands (handler order and propagation, X-Plane's view commands,
 // the legacy button and key-stroke calls) and camera control.
 #include "SimhostFixture.h"
 

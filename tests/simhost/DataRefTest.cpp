@@ -1,5 +1,5 @@
-// Datarefs: X-Plane's type and array rules, version profiles, accessor routing
-// and orphaning.
+// Datarefs: X-Plane's type and array rules, version profiles, the listing and
+// orphaned accessors.
 #include "SimhostFixture.h"
 
 #include "XPLMDataAccess.h"
@@ -7,7 +7,6 @@
 #include "XPLMPlugin.h"
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 
 namespace {

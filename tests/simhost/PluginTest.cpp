@@ -1,7 +1,6 @@
 // Plug-ins: IDs and info, messages (one, all, sim messages), what disappears
 // when a plug-in unloads, the sandbox's paths and the services every plug-in uses.
 #include "SimhostFixture.h"
-#include "support/Files.h"
 
 #include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
@@ -12,7 +11,6 @@
 #include "XPLMUtilities.h"
 
 #include <filesystem>
-#include <unistd.h>
 
 namespace {
 

@@ -1,5 +1,6 @@
-// Objects, instances and probes: reference counts, per-instance data, async
-// loads, and clean-up when the owner unloads. Also which draw phases exist.
+// Objects and instances: reference counts, per-instance data, library paths,
+// a moved local origin, and clean-up when the owner unloads. Also which draw
+// phases exist.
 #include "SimhostFixture.h"
 
 #include "XPLMDataAccess.h"

@@ -1,8 +1,7 @@
 // The services a headless host answers from state of its own: weather, folder
-// listings, data files, cockpit devices and monitors.
+// listings and data files.
 #include "SimhostFixture.h"
 
-#include "XPLMDisplay.h"
 #include "XPLMUtilities.h"
 #include "XPLMWeather.h"
 

@@ -1,6 +1,6 @@
 // The world in rendered frames: the apron below the horizon and the sky above
-// it, the user aircraft's stand-in where its datarefs put it, its nose wheel
-// where the plug-in reckons its nose gear, and a plain sky without the world.
+// it, the user aircraft's stand-in where its datarefs put it, and its nose
+// wheel where the plug-in reckons its nose gear.
 #include "WorldMath.h"
 #include "support/Frames.h"
 #include "graphics/GraphicsHooks.h"

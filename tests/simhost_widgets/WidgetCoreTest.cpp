@@ -1,7 +1,6 @@
-// The widget tree: properties, descriptors, visibility, dispatch, focus and destruction.
+// The widget tree: parents and children, visibility, geometry, dispatch, focus and destruction.
 #include "WidgetFixture.h"
 
-#include <cstring>
 #include <stdexcept>
 
 namespace simhost::testing {
