@@ -26,31 +26,27 @@ constexpr int kH = 240; ///< frame height, pixels
 constexpr double kDegToRad = M_PI / 180.0;
 constexpr int kSkyR = 115, kSkyG = 158, kSkyB = 209; ///< the renderer's clear colour (0.45, 0.62, 0.82)
 
-int channel(uint32_t p, int shift) {
-    return int((p >> shift) & 0xFF);
-}
-
-bool near(uint32_t p, int r, int g, int b, int tolerance) {
-    return std::abs(channel(p, 24) - r) <= tolerance && std::abs(channel(p, 16) - g) <= tolerance &&
-           std::abs(channel(p, 8) - b) <= tolerance;
-}
+using kalvora_test::ColorOf;
 
 bool isSky(uint32_t p) {
-    return near(p, kSkyR, kSkyG, kSkyB, 1);
+    return !kalvora_test::Differ(ColorOf(p), {kSkyR, kSkyG, kSkyB}, 1);
 }
 
 /// Grey: the three channels close together (concrete, white paint, the fuselage).
 bool isGrey(uint32_t p) {
-    return std::abs(channel(p, 24) - channel(p, 16)) < 16 && std::abs(channel(p, 16) - channel(p, 8)) < 16;
+    const kalvora_test::Rgb c = ColorOf(p);
+    return std::abs(c.r - c.g) < 16 && std::abs(c.g - c.b) < 16;
 }
 
 /// The top of the stand-in's fuselage: white in the sun, brighter than concrete, paint or wings.
 bool isFuselage(uint32_t p) {
-    return channel(p, 24) > 215 && channel(p, 16) > 215 && channel(p, 8) > 215;
+    const kalvora_test::Rgb c = ColorOf(p);
+    return c.r > 215 && c.g > 215 && c.b > 215;
 }
 
 bool isDark(uint32_t p) {
-    return channel(p, 24) < 70 && channel(p, 16) < 70 && channel(p, 8) < 70;
+    const kalvora_test::Rgb c = ColorOf(p);
+    return c.r < 70 && c.g < 70 && c.b < 70;
 }
 
 class WorldDrawing : public ::testing::Test {
@@ -135,7 +131,7 @@ TEST_F(WorldDrawing, ChaseViewShowsTheApronBelowTheHorizonAndSkyAbove) {
     // Straight below the camera's line of sight, at the bottom corners: concrete, neither black nor white.
     for (int x : {2, kW - 3}) {
         const uint32_t p = frame.at(x, 2);
-        EXPECT_TRUE(isGrey(p) && !isDark(p) && channel(p, 24) < 220) << std::hex << p;
+        EXPECT_TRUE(isGrey(p) && !isDark(p) && ColorOf(p).r < 220) << std::hex << p;
     }
 }
 

@@ -86,26 +86,6 @@ TEST_F(WidgetTree, ExposedGeometryIsClippedByEveryParentAndLocationFindsTheTopCh
     EXPECT_EQ(XPGetWidgetForLocation(root, 200, 290, 1, 0), wide);
 }
 
-TEST_F(WidgetTree, ReshapeTravelsUpAndFixedLayoutCarriesChildren) {
-    XPWidgetID root = mainWindow(100, 400, 300, 200);
-    XPWidgetID label = child(root, xpWidgetClass_Caption, 110, 380, 200, 360, "label");
-    XPAddWidgetCallback(root, XPUFixedLayout);
-    XPAddWidgetCallback(root, recordA);
-    seen().clear();
-    XPUMoveWidgetBy(root, 30, -20);
-    int l, t, r, b;
-    XPGetWidgetGeometry(label, &l, &t, &r, &b);
-    EXPECT_EQ(l, 140);
-    EXPECT_EQ(t, 360);
-    auto reshapes = seenOf(xpMsg_Reshape);
-    ASSERT_FALSE(reshapes.empty());
-    EXPECT_EQ(reshapes[0].p1, reinterpret_cast<intptr_t>(root));
-    // The window behind the root moved too.
-    ASSERT_EQ(host->windows().size(), 1u);
-    EXPECT_EQ(host->windows()[0].left, 130);
-    EXPECT_EQ(host->windows()[0].top, 380);
-}
-
 TEST_F(WidgetDispatch, CallbacksAreTriedNewestFirstUntilOneHandles) {
     XPWidgetID w = XPCreateCustomWidget(0, 10, 10, 0, 1, "", 0, nullptr, recordA);
     XPAddWidgetCallback(w, recordAndHandle);
@@ -249,43 +229,6 @@ TEST_F(WidgetDestruction, UnloadingAPluginTakesItsWidgetsAway) {
     EXPECT_EQ(widgetDescriptor(mine), "Mine");
     EXPECT_EQ(XPGetParentWidget(theirChild), nullptr);
     host->runFrames(1);
-}
-
-/// A self-drawn window built from the utilities: drops the keyboard on a click and drags by its top strip.
-int utilityWindow(XPWidgetMessage msg, XPWidgetID w, intptr_t p1, intptr_t p2) {
-    XPUDefocusKeyboard(msg, w, p1, p2, 0);
-    int l, t, r, b;
-    XPGetWidgetGeometry(w, &l, &t, &r, &b);
-    if (XPUDragWidget(msg, w, p1, p2, l, t, r, t - 20)) return 1;
-    return msg == xpMsg_MouseDown ? 1 : 0;
-}
-
-using WidgetUtilities = WidgetTest;
-
-TEST_F(WidgetUtilities, DragWidgetMovesTheTreeAndDefocusGivesTheKeyboardBack) {
-    XPWidgetID other = mainWindow(500, 400, 700, 200, "Other");
-    XPWidgetID field = child(other, xpWidgetClass_TextField, 510, 380, 690, 360, "");
-    XPWidgetID custom = XPCreateCustomWidget(100, 400, 300, 200, 1, "Custom", 1, nullptr, utilityWindow);
-    XPWidgetID label = child(custom, xpWidgetClass_Caption, 110, 370, 200, 350, "inside");
-    ASSERT_EQ(XPSetKeyboardFocus(field), field);
-    host->mouseDown(150, 390); // in the top strip
-    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
-    host->mouseDrag(180, 380);
-    host->mouseUp(180, 380);
-    WidgetInfo w, l;
-    ASSERT_TRUE(widgetInfo(custom, w));
-    ASSERT_TRUE(widgetInfo(label, l));
-    EXPECT_EQ(w.left, 130);
-    EXPECT_EQ(w.top, 390);
-    EXPECT_EQ(l.left, 140);
-    EXPECT_EQ(l.top, 360);
-    EXPECT_EQ(widgetProperty(custom, xpProperty_Dragging), 0);
-    // Below the strip nothing moves.
-    host->mouseDown(200, 250);
-    host->mouseDrag(260, 250);
-    host->mouseUp(260, 250);
-    ASSERT_TRUE(widgetInfo(custom, w));
-    EXPECT_EQ(w.left, 130);
 }
 
 /// A widget function with a bug: it throws on the probe message.
