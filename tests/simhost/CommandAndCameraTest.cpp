@@ -44,22 +44,11 @@ TEST_F(Commands, BeforeHandlersRunFirstAndCanStopTheCommand) {
     XPLMCommandOnce(still);
     EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1020);
     EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 1);
-}
 
-TEST_F(Commands, HeldCommandsContinueEachFrameAndPluginCommandsPersist) {
-    gOrder.clear();
     XPLMCommandRef mine = XPLMCreateCommand("test/push", "Push back");
-    EXPECT_EQ(XPLMCreateCommand("test/push", "again"), mine);
+    EXPECT_EQ(XPLMCreateCommand("test/push", "again"), mine); // created once, found again
     EXPECT_EQ(XPLMFindCommand("test/push"), mine);
-    XPLMRegisterCommandHandler(mine, handle, 1, const_cast<char*>("h"));
-    XPLMCommandBegin(mine);
-    host->runFrames(2);
-    XPLMCommandEnd(mine);
-    EXPECT_EQ(gOrder, (std::vector<std::string>{"h:0", "h:1", "h:1", "h:2"}));
-    EXPECT_TRUE(host->runCommand("test/push"));
     EXPECT_FALSE(host->runCommand("test/none"));
-    EXPECT_EQ(host->commandsRun(), (std::vector<std::string>{"test/push", "test/push"}));
-    EXPECT_EQ(XPLMFindCommand("test/none"), nullptr);
 }
 
 TEST_F(Commands, EveryCommandXPlane12ListsExistsAndIsRecordedWhenRun) {
