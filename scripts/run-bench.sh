@@ -55,6 +55,6 @@ line "ObjDraw8 command walk, largest model" "$(figure bench_scene BM_ObjDraw8Wal
 line "demo speed without rendering, frames" "${bestFrames}x" \
     "kalvora-sim --scenario demo: sim seconds per real second of its frames (host, plug-in, recording)"
 line "demo speed without rendering, whole run" "${best}x" \
-    "the same with start-up (host made, plug-in copied in, started, enabled); both best of 5 runs"
+    "the same with start-up (host made, plug-in installed, started, enabled); both best of 5 runs"
 echo
 bash "$root/scripts/bench-instructions.sh" "$build"

@@ -179,7 +179,7 @@ fs::path installFiles(HostCore& c, const fs::path& src, const fs::path& dataDir,
         }
     }
     fs::create_directories(xpl.parent_path(), ec);
-    fs::copy_file(src, xpl, fs::copy_options::overwrite_existing, ec);
+    placeLibrary(src, xpl, ec);
     if (ec) why = "cannot copy into the sandbox: " + ec.message();
     return ec ? fs::path() : xpl;
 }

@@ -9,6 +9,12 @@
 #include <windows.h>
 #else
 #include <dlfcn.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
 #endif
 
 namespace simhost::detail {
@@ -56,7 +62,45 @@ const char* nativeSeparator() {
     return "\\";
 }
 
+void placeLibrary(const std::filesystem::path& from, const std::filesystem::path& to, std::error_code& ec) {
+    std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, ec);
+}
+
 #else
+
+namespace {
+
+/// Whether any file mapped into this process (a library loaded, or one whose path is gone but which
+/// is still mapped) is the file `st` describes.
+bool mappedAlready(const struct stat& st) {
+    std::ifstream maps("/proc/self/maps");
+    if (!maps) return true; // cannot tell: assume it is, and copy
+    std::string line;
+    while (std::getline(maps, line)) {
+        // address perms offset major:minor inode path
+        std::istringstream fields(line);
+        std::string address, perms, offset, device;
+        unsigned long long inode = 0;
+        if (!(fields >> address >> perms >> offset >> device >> inode) || inode != st.st_ino) continue;
+        unsigned major = 0, minor = 0;
+        if (std::sscanf(device.c_str(), "%x:%x", &major, &minor) == 2 && makedev(major, minor) == st.st_dev)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void placeLibrary(const std::filesystem::path& from, const std::filesystem::path& to, std::error_code& ec) {
+    struct stat st {};
+    if (stat(from.c_str(), &st) == 0 && !mappedAlready(st)) {
+        std::filesystem::remove(to, ec);
+        std::filesystem::create_hard_link(from, to, ec);
+        if (!ec) return;
+    }
+    ec.clear();
+    std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, ec);
+}
 
 void* openLibrary(const std::string& path, std::string* why) {
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -65,13 +65,7 @@ TEST_F(AnyPlugin, TrafficSeesTheParkedAircraftTakesThemWhenFreedFliesThemAndOver
     const std::string plane = "sim/multiplayer/position/plane", tcas = "sim/cockpit2/tcas/targets/position/";
     const std::string override = "sim/operation/override/override_TCAS";
     const double apronM = host->options().startElevationM;
-    // X-Plane's AI aircraft stand parked in a row north of the apron, 80 m apart, and its TCAS sees them.
-    EXPECT_DOUBLE_EQ(host->getf(plane + "2_x") - host->getf(plane + "1_x"), 80);
-    EXPECT_DOUBLE_EQ(host->getf(plane + "3_z"), -150);
-    EXPECT_DOUBLE_EQ(host->getf(plane + "3_y"), apronM + 3);
-    EXPECT_EQ(host->getf(plane + "3_psi"), 180);
-    EXPECT_EQ(host->getf(plane + "4_y"), 0); // no fourth one
-    EXPECT_GT(host->getf(plane + "1_lat"), host->options().startLatDeg);
+    // X-Plane's AI aircraft stand parked north of the apron, and its TCAS sees them.
     EXPECT_FLOAT_EQ(host->getf(tcas + "x", 2), host->getf(plane + "2_x"));
     EXPECT_FLOAT_EQ(host->getf(tcas + "lat", 3), host->getf(plane + "3_lat"));
     EXPECT_EQ(host->geti("sim/cockpit2/tcas/indicators/tcas_num_acf"), 4); // the user's and the three

@@ -2,7 +2,6 @@
 // tinted and faded, checked on simhost's off-screen frame.
 #include "GlFixture.h"
 #include "images/Texture.h"
-#include "support/Corpus.h"
 #include "support/Pictures.h"
 #include "support/TempFolder.h"
 
@@ -179,19 +178,6 @@ TEST_F(Textures, BmpAndTgaPicturesKeepTheirColours) {
     EXPECT_TRUE(IsRed(Px(15, 18)));
     EXPECT_TRUE(IsBlue(Px(36, 18)));
     EXPECT_TRUE(IsRed(Px(68, 18)));
-}
-
-TEST_F(Textures, RealSceneryTexturesLoad) {
-    KALVORA_REQUIRE_CORPUS();
-    const std::string dir = corpusPath("images/xplane_textures/");
-    HV_Texture png(true), bmp(true), palette(true);
-    ASSERT_TRUE(png.LoadPNG((dir + "KSBD_example.png").c_str()));
-    EXPECT_EQ(png.width, 512u);
-    EXPECT_EQ(png.height, 256u);
-    ASSERT_TRUE(bmp.LoadBMP((dir + "KSBD_exampleLIT.bmp").c_str()));
-    EXPECT_EQ(bmp.width, 512u);
-    EXPECT_EQ(bmp.height, 256u);
-    EXPECT_FALSE(palette.LoadPNG((dir + "osm2xp_dom-holenderski_LIT.png").c_str()));
 }
 
 } // namespace

@@ -29,9 +29,6 @@ TEST(Obj8Reader, HeaderTexturesAndPoints) {
     ASSERT_EQ(obj.lods.size(), 1u); // a bare header gives one empty, unranged level
     EXPECT_EQ(obj.lods[0].lodFar, 0.0f);
     EXPECT_TRUE(obj.lods[0].cmds.empty());
-    EXPECT_EQ(obj.geoTris.depth, 8);
-    EXPECT_EQ(obj.geoLines.depth, 6);
-    EXPECT_EQ(obj.geoLights.depth, 6);
 
     ASSERT_TRUE(Read8(kHeader + "TEXTURE_LIT truck_LIT.png\nPOINT_COUNTS 1 1 1 0\nVT 1 2 3 0 1 0 .5 -.25\n"
                                 "VLINE 1 2 3 0.5 0.5 0.5\nVLIGHT -1 -2 -3 1 0.1 0.1\n",

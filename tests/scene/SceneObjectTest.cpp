@@ -138,19 +138,15 @@ TEST_F(SceneObjectTest, KillXObjectDeletesBothTextures) {
     ASSERT_TRUE(WritePicture(base + "LIT.png", PictureFormat::Png, 8, kRed));
     HV_XObject object;
     ASSERT_TRUE(object.LoadXObject(base.c_str()));
-    const GLuint day = static_cast<GLuint>(object.dayTexture), lit = static_cast<GLuint>(object.litTexture);
-    GLboolean before[2] = {GL_FALSE, GL_FALSE}, after[2] = {GL_TRUE, GL_TRUE};
+    const GLuint textures[] = {static_cast<GLuint>(object.dayTexture),
+                               static_cast<GLuint>(object.litTexture)};
     Render([&] {
-        before[0] = glIsTexture(day);
-        before[1] = glIsTexture(lit);
+        for (GLuint t : textures)
+            EXPECT_EQ(glIsTexture(t), GL_TRUE);
         object.KillXObject();
-        after[0] = glIsTexture(day);
-        after[1] = glIsTexture(lit);
+        for (GLuint t : textures)
+            EXPECT_EQ(glIsTexture(t), GL_FALSE);
     });
-    EXPECT_EQ(before[0], GL_TRUE);
-    EXPECT_EQ(before[1], GL_TRUE);
-    EXPECT_EQ(after[0], GL_FALSE);
-    EXPECT_EQ(after[1], GL_FALSE);
 }
 
 TEST_F(SceneObjectTest, TheTruckLandsAtItsPositionWithItsBodyAheadAlongItsHeading) {
@@ -240,32 +236,26 @@ TEST_F(SceneObjectTest, LoadMeshAndTexturesLogsTheOutcome) {
 /// An apron square and a nose-gear leg with its wheel at the origin (aircraft heading north), at
 /// `light` (0..1) of their daylight colours.
 void DrawApronAndNoseGear(float light) {
+    // A quad between opposite corners (x0, y0, z0) and (x1, y1, z1) in its daylight colour: lying flat
+    // when y0 == y1, else standing upright.
+    auto quad = [light](float r, float g, float b, float x0, float y0, float z0, float x1, float y1,
+                        float z1) {
+        glColor3f(r * light, g * light, b * light);
+        glBegin(GL_QUADS);
+        glVertex3f(x0, y0, z0);
+        glVertex3f(x0, y0 == y1 ? y0 : y1, y0 == y1 ? z1 : z0);
+        glVertex3f(x1, y1, z1);
+        glVertex3f(x1, y0, y0 == y1 ? z0 : z1);
+        glEnd();
+    };
     glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_LIGHTING);
     glDisable(GL_CULL_FACE);
-    glColor3f(0.38f * light, 0.39f * light, 0.41f * light);
-    glBegin(GL_QUADS);
-    glVertex3f(-40, 0, -40);
-    glVertex3f(-40, 0, 40);
-    glVertex3f(40, 0, 40);
-    glVertex3f(40, 0, -40);
-    glEnd();
-    glColor3f(0.95f * light, 0.8f * light, 0.1f * light); // the taxi line the aircraft stands on
-    glBegin(GL_QUADS);
-    glVertex3f(-0.1f, 0.01f, -40);
-    glVertex3f(-0.1f, 0.01f, 40);
-    glVertex3f(0.1f, 0.01f, 40);
-    glVertex3f(0.1f, 0.01f, -40);
-    glEnd();
-    glColor3f(0.7f * light, 0.7f * light, 0.72f * light); // leg
-    glBegin(GL_QUADS);
-    glVertex3f(-0.08f, 0.4f, 0);
-    glVertex3f(0.08f, 0.4f, 0);
-    glVertex3f(0.08f, 3.0f, 0);
-    glVertex3f(-0.08f, 3.0f, 0);
-    glEnd();
-    glColor3f(0.08f, 0.08f, 0.09f); // wheel seen from the side
+    quad(0.38f, 0.39f, 0.41f, -40, 0, -40, 40, 0, 40);           // apron
+    quad(0.95f, 0.8f, 0.1f, -0.1f, 0.01f, -40, 0.1f, 0.01f, 40); // the taxi line the aircraft stands on
+    quad(0.7f, 0.7f, 0.72f, -0.08f, 0.4f, 0, 0.08f, 3.0f, 0);    // leg
+    glColor3f(0.08f, 0.08f, 0.09f);                              // wheel seen from the side
     glBegin(GL_TRIANGLE_FAN);
     glVertex3f(0.2f, 0.4f, 0);
     for (int i = 0; i <= 24; ++i)

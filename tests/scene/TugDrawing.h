@@ -60,10 +60,8 @@ inline bool SplitLevel(const XObjLOD8& lod, std::vector<XObjCmd8>& staticTris,
     return depth == 0;
 }
 
-constexpr float kBoxM = 20.0f;       ///< half size of the orthographic box the tug is drawn in, metres
-constexpr double kSameM = 2e-3;      ///< two drawn corners closer than this are the same, metres
-constexpr double kAngleTolDeg = 0.3; ///< tolerance of an angle measured from drawn corners
-constexpr double kMinArmM = 0.1;     ///< corners nearer a rotation axis than this give no angle
+constexpr float kBoxM = 20.0f;  ///< half size of the orthographic box the tug is drawn in, metres
+constexpr double kSameM = 2e-3; ///< two drawn corners closer than this are the same, metres
 using kalvora_test::kRadPerDeg;
 
 /// A drawn point, metres in the model frame.
@@ -117,16 +115,22 @@ inline double Moved(const Corners& a, const Corners& b) {
     return m;
 }
 
-/// Signed angle (degrees) turning u into v, in a plane whose first axis turns positively to its second.
-inline double TurnDeg(double u1, double u2, double v1, double v2) {
-    return std::atan2(u1 * v2 - u2 * v1, u1 * v1 + u2 * v2) / kRadPerDeg;
+/// `p` turned by `deg` about the line through `c` along X (`aboutX`) or Y, right-hand rule (about X: Y turns
+/// to Z; about Y: Z turns to X).
+inline P3 TurnAbout(const P3& p, const P3& c, bool aboutX, double deg) {
+    const double s = std::sin(deg * kRadPerDeg), k = std::cos(deg * kRadPerDeg);
+    if (aboutX)
+        return {p.x, c.y + (p.y - c.y) * k - (p.z - c.z) * s, c.z + (p.y - c.y) * s + (p.z - c.z) * k};
+    return {c.x + (p.x - c.x) * k + (p.z - c.z) * s, p.y, c.z - (p.x - c.x) * s + (p.z - c.z) * k};
 }
 
-/// `p` turned by `deg` about the vertical line through `c` (right-hand rule about +Y: Z turns to X).
-inline P3 TurnAboutY(const P3& p, const P3& c, double deg) {
-    const double s = std::sin(deg * kRadPerDeg), k = std::cos(deg * kRadPerDeg);
-    const double dx = p.x - c.x, dz = p.z - c.z;
-    return {c.x + dx * k + dz * s, p.y, c.z - dx * s + dz * k};
+/// A wheel's corners turned by `deg` about the axis through its centre.
+inline Corners Turned(const Corners& wheel, bool aboutX, double deg) {
+    const P3 c = Centre(wheel);
+    Corners out;
+    for (const P3& p : wheel)
+        out.push_back(TurnAbout(p, c, aboutX, deg));
+    return out;
 }
 
 class TugDrawTest : public SceneTest {

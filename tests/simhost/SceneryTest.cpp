@@ -1,5 +1,6 @@
-// Objects, instances and probes: reference counts, per-instance data, async
-// loads, and clean-up when the owner unloads. Also which draw phases exist.
+// Objects and instances: reference counts, per-instance data, library paths,
+// a moved local origin, and clean-up when the owner unloads. Also which draw
+// phases exist.
 #include "SimhostFixture.h"
 
 #include "XPLMDataAccess.h"
@@ -113,42 +114,6 @@ TEST_F(Scenery, LibraryPathsResolveThroughThePackagesLibraryFiles) {
     EXPECT_EQ(XPLMLookupObjects("lib/cart.obj", 0, 0, nullptr, nullptr), 1);
     EXPECT_EQ(XPLMLookupObjects("lib/none.obj", 0, 0, collect, &found), 0);
     EXPECT_EQ(XPLMLookupObjects(nullptr, 0, 0, collect, &found), 0);
-}
-
-struct AsyncResult {
-    int calls = 0;
-    XPLMObjectRef ref = nullptr;
-};
-void loaded(XPLMObjectRef obj, void* refcon) {
-    auto* r = static_cast<AsyncResult*>(refcon);
-    ++r->calls;
-    r->ref = obj;
-}
-
-TEST_F(Scenery, AsyncLoadsAnswerOnceAtTheNextFrame) {
-    AsyncResult good, bad;
-    XPLMLoadObjectAsync(writeObj("truck.obj").c_str(), loaded, &good);
-    XPLMLoadObjectAsync("nope.obj", loaded, &bad);
-    EXPECT_EQ(good.calls, 0);
-    host->runFrames(3);
-    EXPECT_EQ(good.calls, 1);
-    EXPECT_NE(good.ref, nullptr);
-    EXPECT_EQ(bad.calls, 1);
-    EXPECT_EQ(bad.ref, nullptr);
-}
-
-TEST_F(Scenery, ProbesHitTheFlatApron) {
-    XPLMProbeRef probe = XPLMCreateProbe(xplm_ProbeY);
-    XPLMProbeInfo_t info{};
-    info.structSize = sizeof info;
-    EXPECT_EQ(XPLMProbeTerrainXYZ(probe, 100, 1000, -50, &info), xplm_ProbeHitTerrain);
-    EXPECT_FLOAT_EQ(info.locationY, static_cast<float>(host->options().startElevationM));
-    EXPECT_FLOAT_EQ(info.normalY, 1);
-    info.structSize = 8;
-    EXPECT_EQ(XPLMProbeTerrainXYZ(probe, 0, 0, 0, &info), xplm_ProbeError);
-    XPLMDestroyProbe(probe);
-    info.structSize = sizeof info;
-    EXPECT_EQ(XPLMProbeTerrainXYZ(probe, 0, 0, 0, &info), xplm_ProbeError);
 }
 
 TEST_F(Scenery, AMovedOriginKeepsTheWorldInPlaceButNotUnshiftedInstances) {

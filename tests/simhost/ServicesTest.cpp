@@ -1,8 +1,7 @@
 // The services a headless host answers from state of its own: weather, folder
-// listings, data files, cockpit devices and monitors.
+// listings and data files.
 #include "SimhostFixture.h"
 
-#include "XPLMDisplay.h"
 #include "XPLMUtilities.h"
 #include "XPLMWeather.h"
 
@@ -106,32 +105,4 @@ TEST_F(Services, DataFilesAreSavedInsideTheXPlaneFolderAndLoadedWhenTheyExist) {
                                         "load situation Output/situations/apron.sit",
                                         "load situation Output/situations/none.sit (no such file)",
                                         "replay cleared", "save situation ../outside.sit (failed)"}));
-}
-
-
-TEST_F(Services, CockpitDevicesAreRegisteredAndCreatedWithUniqueIds) {
-    XPLMCustomizeAvionics_t custom{};
-    custom.structSize = sizeof custom;
-    custom.deviceId = 99; // no such device
-    EXPECT_EQ(XPLMRegisterAvionicsCallbacksEx(&custom), nullptr);
-    custom.deviceId = xplm_device_G1000_PFD_1;
-    XPLMAvionicsID pfd = XPLMRegisterAvionicsCallbacksEx(&custom);
-    ASSERT_NE(pfd, nullptr);
-    char id[] = "test_screen";
-    XPLMCreateAvionics_t create{};
-    create.structSize = sizeof create;
-    create.screenWidth = 320;
-    create.screenHeight = 240;
-    create.deviceID = id;
-    XPLMAvionicsID screen = XPLMCreateAvionicsEx(&create);
-    ASSERT_NE(screen, nullptr);
-    EXPECT_EQ(XPLMCreateAvionicsEx(&create), nullptr); // the ID is taken
-    XPLMPopOutAvionics(screen);                        // one monitor: it shows, but not popped out
-    EXPECT_EQ(XPLMIsAvionicsPopupVisible(screen) * 10 + XPLMIsAvionicsPoppedOut(screen), 10);
-    EXPECT_EQ(host->registrations(me),
-              (std::vector<std::string>{"avionics callbacks device 6", "avionics device test_screen"}));
-    XPLMUnregisterAvionicsCallbacks(pfd);
-    XPLMDestroyAvionics(screen);
-    EXPECT_TRUE(host->registrations(me).empty());
-    EXPECT_NE(XPLMCreateAvionicsEx(&create), nullptr); // the ID is free again
 }

@@ -1,4 +1,4 @@
-// The XPLMGraphics.h functions: state, textures, text, boxes and the local frame.
+// The XPLMGraphics.h functions: blending, text, decorated windows and the local frame.
 #include "RenderFixture.h"
 
 #include "XPLMDisplay.h"
@@ -6,13 +6,11 @@
 #include "simhost/Simhost.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace simhost::testing {
 namespace {
 
 using GraphicsState = RenderTest;
-using Textures = RenderTest;
 using Text = RenderTest;
 
 TEST_F(GraphicsState, BlendingMixesOnlyWhenEnabled) {
@@ -26,67 +24,6 @@ TEST_F(GraphicsState, BlendingMixesOnlyWhenEnabled) {
     EXPECT_NEAR(red(mixed), 128, 2);
     EXPECT_NEAR(blue(mixed), 127, 2);
     EXPECT_EQ(img.at(125, 25) >> 8, rgba(255, 0, 0) >> 8);
-}
-
-TEST_F(GraphicsState, DepthTestingAndWritingFollowTheirFlags) {
-    gfx::View view;
-    gfx::setup3D(view);
-    auto quad = [](double z, float r, float g, float b) {
-        glColor3f(r, g, b);
-        glBegin(GL_QUADS);
-        glVertex3d(-1, -1, z);
-        glVertex3d(1, -1, z);
-        glVertex3d(1, 1, z);
-        glVertex3d(-1, 1, z);
-        glEnd();
-    };
-    XPLMSetGraphicsState(0, 0, 0, 0, 0, 1, 1);
-    quad(-5, 0, 1, 0);  // near, green
-    quad(-10, 1, 0, 0); // far, red: hidden behind green
-    EXPECT_EQ(frame().at(kFrameW / 2, kFrameH / 2), rgba(0, 255, 0));
-
-    ASSERT_TRUE(gfx::beginFrame(kFrameW, kFrameH));
-    gfx::setup3D(view);
-    XPLMSetGraphicsState(0, 0, 0, 0, 0, 1, 0); // testing, but the near quad writes no depth
-    quad(-5, 0, 1, 0);
-    quad(-10, 1, 0, 0);
-    EXPECT_EQ(frame().at(kFrameW / 2, kFrameH / 2), rgba(255, 0, 0));
-}
-
-TEST_F(Textures, ATextureBoundByNumberIsDrawnOnlyWithATextureUnitOn) {
-    int tex[2] = {0, 0};
-    XPLMGenerateTextureNumbers(tex, 2);
-    ASSERT_GT(tex[0], 0);
-    ASSERT_NE(tex[0], tex[1]);
-    const unsigned char greenTexels[4 * 4] = {0, 255, 0, 255, 0, 255, 0, 255, 0, 255, 0, 255, 0, 255, 0, 255};
-    XPLMBindTexture2d(tex[0], 0);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, greenTexels);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-    auto texturedQuad = [](int l, int r) {
-        glColor3f(1, 1, 1);
-        glBegin(GL_QUADS);
-        glTexCoord2f(0, 0);
-        glVertex2i(l, 10);
-        glTexCoord2f(1, 0);
-        glVertex2i(r, 10);
-        glTexCoord2f(1, 1);
-        glVertex2i(r, 60);
-        glTexCoord2f(0, 1);
-        glVertex2i(l, 60);
-        glEnd();
-    };
-    XPLMSetGraphicsState(0, 1, 0, 0, 0, 0, 0);
-    XPLMBindTexture2d(tex[0], 0);
-    texturedQuad(10, 60);
-    XPLMSetGraphicsState(0, 0, 0, 0, 0, 0, 0);
-    texturedQuad(100, 150);
-    gfx::Image img = frame();
-    EXPECT_EQ(img.at(35, 35), rgba(0, 255, 0));
-    EXPECT_EQ(img.at(125, 35), rgba(255, 255, 255));
-    EXPECT_GT(XPLMGetTexture(xplm_Tex_GeneralInterface), 0);
-    EXPECT_EQ(XPLMGetTexture(1234), 0);
 }
 
 TEST_F(Text, AStringLandsRightOfAndAboveItsOrigin) {
@@ -123,45 +60,6 @@ TEST_F(Text, WordWrapBreaksBetweenWordsOntoLowerLines) {
     EXPECT_EQ(litPixels(img, 10 + wrap, 0, kFrameW, kFrameH), 0);              // nothing past the width
 }
 
-TEST_F(Text, DrawNumberLooksLikeTheZeroPaddedText) {
-    float white[3] = {1, 1, 1};
-    XPLMDrawNumber(white, 10, 100, 5.0, 3, 0, 0, xplmFont_Basic);
-    XPLMDrawString(white, 10, 50, "005", nullptr, xplmFont_Basic);
-    XPLMDrawNumber(white, 110, 100, -2.75, 2, 1, 1, xplmFont_Basic);
-    XPLMDrawString(white, 110, 50, "-02.8", nullptr, xplmFont_Basic);
-    gfx::Image img = frame();
-    for (int dx = 0; dx < 40; ++dx)
-        for (int dy = -3; dy < 12; ++dy) {
-            ASSERT_EQ(img.at(10 + dx, 100 + dy), img.at(10 + dx, 50 + dy)) << dx << "," << dy;
-            ASSERT_EQ(img.at(110 + dx, 100 + dy), img.at(110 + dx, 50 + dy)) << dx << "," << dy;
-        }
-    EXPECT_GT(litPixels(img, 10, 100, 50, 112), 10);
-}
-
-TEST_F(Text, TheDarkBoxDarkensWhatIsBehindIt) {
-    fillRect(0, 0, kFrameW, kFrameH, 1, 1, 1);
-    XPLMDrawTranslucentDarkBox(10, 60, 60, 10); // left, top, right, bottom
-    gfx::Image img = frame();
-    uint32_t inside = img.at(30, 30);
-    EXPECT_LT(red(inside), 200);
-    EXPECT_GT(red(inside), 0); // translucent, not black
-    EXPECT_EQ(img.at(80, 30), rgba(255, 255, 255));
-}
-
-TEST(TextMetrics, BasicIsMonospacedAndProportionalIsNot) {
-    int w = 0, h = 0;
-    XPLMGetFontDimensions(xplmFont_Basic, &w, &h, nullptr);
-    EXPECT_GT(w, 0);
-    EXPECT_GT(h, 0);
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "iiii", 4), XPLMMeasureString(xplmFont_Basic, "MMMM", 4));
-    EXPECT_FLOAT_EQ(XPLMMeasureString(xplmFont_Basic, "ABCDEF", 3), 3.0f * w);
-    EXPECT_LT(XPLMMeasureString(xplmFont_Proportional, "iiii", 4),
-              XPLMMeasureString(xplmFont_Proportional, "MMMM", 4));
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, nullptr, 4), 0.0f);
-    EXPECT_EQ(XPLMMeasureString(xplmFont_Basic, "AB", 10), 2.0f * w); // stops at the end of the text
-    XPLMGetFontDimensions(xplmFont_Basic, nullptr, nullptr, nullptr);
-}
-
 TEST(LocalFrame, WorldToLocalAndBackIsTheIdentityNearTheReference) {
     gfx::setReferencePoint(47.4647, 8.5492);
     const double points[][3] = {
@@ -194,12 +92,6 @@ TEST(LocalFrame, NorthIsMinusZAndEastIsPlusX) {
     XPLMWorldToLocal(0, -179.9, 0, &x, &y, &z);
     EXPECT_NEAR(x, 0.2 * 111195, 50);
 }
-
-} // namespace
-} // namespace simhost::testing
-
-namespace simhost::testing {
-namespace {
 
 int gScreenDraws = 0;
 

@@ -1,7 +1,6 @@
-// The widget tree: properties, descriptors, visibility, dispatch, focus and destruction.
+// The widget tree: parents and children, visibility, geometry, dispatch, focus and destruction.
 #include "WidgetFixture.h"
 
-#include <cstring>
 #include <stdexcept>
 
 namespace simhost::testing {
@@ -13,43 +12,6 @@ using WidgetTree = WidgetTest;
 using WidgetDispatch = WidgetTest;
 using WidgetFocus = WidgetTest;
 using WidgetDestruction = WidgetTest;
-
-TEST_F(WidgetTree, PropertiesReadZeroUntilSetAndDescriptorsCopyLikeStrncpy) {
-    XPWidgetID w = mainWindow(100, 400, 300, 200);
-    int exists = -1;
-    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), 0);
-    EXPECT_EQ(exists, 0);
-    XPSetWidgetProperty(w, xpProperty_UserStart + 7, -42);
-    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), -42);
-    EXPECT_EQ(exists, 1);
-    XPSetWidgetProperty(w, xpProperty_UserStart + 7, 0); // set to 0 still exists
-    EXPECT_EQ(XPGetWidgetProperty(w, xpProperty_UserStart + 7, &exists), 0);
-    EXPECT_EQ(exists, 1);
-    EXPECT_EQ(XPGetWidgetProperty(nullptr, xpProperty_Refcon, &exists), 0);
-    EXPECT_EQ(exists, 0);
-    // Setting a property tells the widget directly.
-    XPAddWidgetCallback(w, recordA);
-    seen().clear();
-    XPSetWidgetProperty(w, xpProperty_Refcon, 99);
-    auto changes = seenOf(xpMsg_PropertyChanged);
-    ASSERT_EQ(changes.size(), 1u);
-    EXPECT_EQ(changes[0].p1, xpProperty_Refcon);
-    EXPECT_EQ(changes[0].p2, 99);
-
-    // Descriptors copy like strncpy and return the full length.
-    XPSetWidgetDescriptor(w, "Kalvora push-back");
-    EXPECT_EQ(XPGetWidgetDescriptor(w, nullptr, 0), 17);
-    char small[8];
-    std::memset(small, 'x', sizeof small);
-    EXPECT_EQ(XPGetWidgetDescriptor(w, small, 7), 17);
-    EXPECT_EQ(std::string(small, 7), "Kalvora");
-    EXPECT_EQ(small[7], 'x'); // nothing written past the length given
-    char big[64];
-    XPGetWidgetDescriptor(w, big, sizeof big);
-    EXPECT_STREQ(big, "Kalvora push-back");
-    XPSetWidgetDescriptor(w, nullptr);
-    EXPECT_EQ(widgetDescriptor(w), "");
-}
 
 TEST_F(WidgetTree, ChildrenParentsAndRoots) {
     XPWidgetID root = mainWindow(100, 400, 300, 200);
@@ -122,26 +84,6 @@ TEST_F(WidgetTree, ExposedGeometryIsClippedByEveryParentAndLocationFindsTheTopCh
     XPHideWidget(wide);
     EXPECT_EQ(XPGetWidgetForLocation(root, 200, 290, 1, 1), box);
     EXPECT_EQ(XPGetWidgetForLocation(root, 200, 290, 1, 0), wide);
-}
-
-TEST_F(WidgetTree, ReshapeTravelsUpAndFixedLayoutCarriesChildren) {
-    XPWidgetID root = mainWindow(100, 400, 300, 200);
-    XPWidgetID label = child(root, xpWidgetClass_Caption, 110, 380, 200, 360, "label");
-    XPAddWidgetCallback(root, XPUFixedLayout);
-    XPAddWidgetCallback(root, recordA);
-    seen().clear();
-    XPUMoveWidgetBy(root, 30, -20);
-    int l, t, r, b;
-    XPGetWidgetGeometry(label, &l, &t, &r, &b);
-    EXPECT_EQ(l, 140);
-    EXPECT_EQ(t, 360);
-    auto reshapes = seenOf(xpMsg_Reshape);
-    ASSERT_FALSE(reshapes.empty());
-    EXPECT_EQ(reshapes[0].p1, reinterpret_cast<intptr_t>(root));
-    // The window behind the root moved too.
-    ASSERT_EQ(host->windows().size(), 1u);
-    EXPECT_EQ(host->windows()[0].left, 130);
-    EXPECT_EQ(host->windows()[0].top, 380);
 }
 
 TEST_F(WidgetDispatch, CallbacksAreTriedNewestFirstUntilOneHandles) {
@@ -268,29 +210,6 @@ TEST_F(WidgetDestruction, AHandlerMayDestroyItsOwnWindowMidClick) {
     host->runFrames(2);
 }
 
-TEST_F(WidgetTree, CreateWidgetsFromATable) {
-    XPWidgetID outer = mainWindow(0, 700, 400, 300);
-    XPWidgetCreate_t table[] = {
-        {100, 600, 300, 400, 1, "Panel", 0, PARAM_PARENT, xpWidgetClass_SubWindow},
-        {110, 590, 200, 570, 1, "Name", 0, 0, xpWidgetClass_Caption},
-        {210, 590, 290, 570, 1, "", 0, 0, xpWidgetClass_TextField},
-        {0, 10, 10, 0, 1, "Loose", 0, NO_PARENT, xpWidgetClass_Caption},
-    };
-    XPWidgetID ids[WIDGET_COUNT(table)] = {};
-    XPUCreateWidgets(table, WIDGET_COUNT(table), outer, ids);
-    EXPECT_EQ(XPGetParentWidget(ids[0]), outer);
-    EXPECT_EQ(XPGetParentWidget(ids[1]), ids[0]);
-    EXPECT_EQ(XPGetParentWidget(ids[2]), ids[0]);
-    EXPECT_EQ(XPGetParentWidget(ids[3]), nullptr);
-    EXPECT_EQ(findWidget("Name"), ids[1]);
-    EXPECT_EQ(findWidgetByClass(xpWidgetClass_TextField), ids[2]);
-    EXPECT_EQ(findWidgetByClass(xpWidgetClass_Caption, ids[0], 0), ids[1]);
-    EXPECT_EQ(findWidgetByClass(xpWidgetClass_Caption, ids[0], 1), nullptr);
-    std::string tree = widgetTree();
-    EXPECT_NE(tree.find("MainWindow \"Window\""), std::string::npos) << tree;
-    EXPECT_NE(tree.find("\n    Caption \"Name\""), std::string::npos) << tree; // two levels down
-}
-
 TEST_F(WidgetDestruction, UnloadingAPluginTakesItsWidgetsAway) {
     XPWidgetID mine = mainWindow(100, 400, 300, 200, "Mine");
     InProcessPlugin other;
@@ -310,43 +229,6 @@ TEST_F(WidgetDestruction, UnloadingAPluginTakesItsWidgetsAway) {
     EXPECT_EQ(widgetDescriptor(mine), "Mine");
     EXPECT_EQ(XPGetParentWidget(theirChild), nullptr);
     host->runFrames(1);
-}
-
-/// A self-drawn window built from the utilities: drops the keyboard on a click and drags by its top strip.
-int utilityWindow(XPWidgetMessage msg, XPWidgetID w, intptr_t p1, intptr_t p2) {
-    XPUDefocusKeyboard(msg, w, p1, p2, 0);
-    int l, t, r, b;
-    XPGetWidgetGeometry(w, &l, &t, &r, &b);
-    if (XPUDragWidget(msg, w, p1, p2, l, t, r, t - 20)) return 1;
-    return msg == xpMsg_MouseDown ? 1 : 0;
-}
-
-using WidgetUtilities = WidgetTest;
-
-TEST_F(WidgetUtilities, DragWidgetMovesTheTreeAndDefocusGivesTheKeyboardBack) {
-    XPWidgetID other = mainWindow(500, 400, 700, 200, "Other");
-    XPWidgetID field = child(other, xpWidgetClass_TextField, 510, 380, 690, 360, "");
-    XPWidgetID custom = XPCreateCustomWidget(100, 400, 300, 200, 1, "Custom", 1, nullptr, utilityWindow);
-    XPWidgetID label = child(custom, xpWidgetClass_Caption, 110, 370, 200, 350, "inside");
-    ASSERT_EQ(XPSetKeyboardFocus(field), field);
-    host->mouseDown(150, 390); // in the top strip
-    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
-    host->mouseDrag(180, 380);
-    host->mouseUp(180, 380);
-    WidgetInfo w, l;
-    ASSERT_TRUE(widgetInfo(custom, w));
-    ASSERT_TRUE(widgetInfo(label, l));
-    EXPECT_EQ(w.left, 130);
-    EXPECT_EQ(w.top, 390);
-    EXPECT_EQ(l.left, 140);
-    EXPECT_EQ(l.top, 360);
-    EXPECT_EQ(widgetProperty(custom, xpProperty_Dragging), 0);
-    // Below the strip nothing moves.
-    host->mouseDown(200, 250);
-    host->mouseDrag(260, 250);
-    host->mouseUp(260, 250);
-    ASSERT_TRUE(widgetInfo(custom, w));
-    EXPECT_EQ(w.left, 130);
 }
 
 /// A widget function with a bug: it throws on the probe message.
