@@ -159,27 +159,13 @@ TEST_F(PushbackControl, StatusReadsThreeDuringAnAutomatedTailLeftPush) {
     EXPECT_EQ(Status(), 0);
 }
 
-TEST_F(PushbackControl, CrewSilentWithBothMessagePreferencesOff) {
-    PrefAuralCrewMessage = false;
-    PrefWrittenCrewMessage = false;
-    host->set(kParkBrake, 0.0);
-    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
-    host->runFor(20.0);
-    EXPECT_TRUE(Spoken().empty());
-    EXPECT_EQ(Shown(), nullptr);
-    EXPECT_EQ(host->geti(kTextOut), 1);
-    // The crew's last message is still composed, only neither spoken nor shown.
-    EXPECT_STREQ(GroundMessage, "D-AKLV push back terminated, cleared to taxi. Good flight !");
-}
-
-TEST_F(PushbackControl, SpokenOnlyOrWrittenOnly) {
-    PrefWrittenCrewMessage = false;
+TEST_F(PushbackControl, EachMessagePreferenceSilencesItsOwnChannel) {
+    PrefWrittenCrewMessage = false; // spoken only
     ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
     EXPECT_EQ(Spoken().size(), 1u);
     EXPECT_EQ(Shown(), nullptr);
 
-    PrefWrittenCrewMessage = true;
+    PrefWrittenCrewMessage = true; // written only, and the host's text output left as it is
     PrefAuralCrewMessage = false;
     host->set(kTextOut, 1);
     ShowTempoDialog("shown", 4, 3);
@@ -188,6 +174,18 @@ TEST_F(PushbackControl, SpokenOnlyOrWrittenOnly) {
     ASSERT_NE(Shown(), nullptr);
     EXPECT_STREQ(Shown()->text, "shown");
     EXPECT_EQ(host->geti(kTextOut), 1);
+
+    // Both off: a whole push-back in silence, its last message still composed.
+    HV_Message::Close();
+    PrefWrittenCrewMessage = false;
+    host->set(kParkBrake, 0.0);
+    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
+    ASSERT_TRUE(RunUntilPhase(kTruckIdle, 60.0));
+    host->runFor(20.0);
+    EXPECT_EQ(Spoken().size(), 1u);
+    EXPECT_EQ(Shown(), nullptr);
+    EXPECT_EQ(host->geti(kTextOut), 1);
+    EXPECT_STREQ(GroundMessage, "D-AKLV push back terminated, cleared to taxi. Good flight !");
 }
 
 TEST_F(PushbackControl, CallSignIsTheFirstSixCharactersOfTheTailNumber) {
