@@ -1,6 +1,8 @@
 // The off-screen frame, its projections and its PNG output.
 #include "RenderFixture.h"
 
+#include "support/TempFolder.h"
+
 #include <png.h>
 
 #include <cstdio>
@@ -108,7 +110,8 @@ TEST_F(Renderer2D, PngHasTheTopRowFirst) {
     fillRect(0, 0, kFrameW, 10, 1, 0, 0);                 // bottom band red
     fillRect(0, kFrameH - 10, kFrameW, kFrameH, 0, 0, 1); // top band blue
     gfx::endFrame();
-    std::string path = (std::filesystem::temp_directory_path() / "simhost_renderer_test.png").string();
+    const kalvora_test::TempFolder folder("simhost-renderer");
+    const std::string path = folder.file("frame.png");
     std::string why;
     ASSERT_TRUE(gfx::writePng(path, &why)) << why;
 
@@ -127,7 +130,6 @@ TEST_F(Renderer2D, PngHasTheTopRowFirst) {
     EXPECT_EQ(row[0], 0); // first row in the file: the top, blue
     EXPECT_EQ(row[2], 255);
     png_destroy_read_struct(&png, &info, nullptr);
-    std::filesystem::remove(path);
 }
 
 TEST(RendererSetup, BadFrameSizesAndPathsAreRefusedAndOffMeansUnavailable) {

@@ -2,6 +2,7 @@
 #include "WidgetFixture.h"
 
 #include "graphics/GraphicsHooks.h"
+#include "support/TempFolder.h"
 
 #include <GL/gl.h>
 
@@ -26,11 +27,11 @@ TEST_F(WidgetDrawing, AWindowAndItsControlsAppearInTheFrame) {
     XPWidgetID button = child(window, xpWidgetClass_Button, 120, 460, 220, 440, "OK");
     child(window, xpWidgetClass_Caption, 120, 345, 380, 330, "A caption");
 
-    std::string path = (std::filesystem::temp_directory_path() / "simhost_widgets_window.png").string();
+    const kalvora_test::TempFolder folder("simhost-widgets");
+    const std::string path = folder.file("window.png");
     std::string why;
     ASSERT_TRUE(screenshotWidget(*host, window, path, &why)) << why;
     EXPECT_GT(std::filesystem::file_size(path), 100u);
-    std::filesystem::remove(path);
 
     // The window body is drawn over the sky, and the button differs from the body.
     gfx::Image frame;
