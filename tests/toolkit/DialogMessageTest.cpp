@@ -75,10 +75,6 @@ TEST_F(DialogTest, TwoButtonsAndLongLinesWidenTheDialog) {
     EXPECT_EQ(GeometryOf(OnlyWindow()).width(), kCharWidth * 80 + 30);
     Click(simhost::findWidget("Cancel", OnlyWindow())); // no callback: closes all the same
     EXPECT_TRUE(MainWindows().empty());
-
-    HV_Dialog::Show("Empty", "", "OK", nullptr, Remember);
-    EXPECT_EQ(Captions(OnlyWindow()), (std::vector<std::string>{""}));
-    EXPECT_EQ(GeometryOf(OnlyWindow()).width(), 30);
 }
 
 class MessageTest : public ToolkitTest {

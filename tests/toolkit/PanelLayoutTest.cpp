@@ -91,7 +91,6 @@ TEST_F(PanelLayout, ANamedPanelIsAFramedSubWindowWithItsTitleAbove) {
               (Rect{framed->left + 5, topBefore - 5, framed->left + 5 + 6 * 7, GeometryOf(title).bottom}));
     EXPECT_EQ(WidgetsOfClass(window->widget, xpWidgetClass_SubWindow),
               std::vector<XPWidgetID>{framed->widget});
-    EXPECT_EQ(HV_Panel::FromWidget(framed->widget), framed);
 }
 
 TEST_F(PanelLayout, CountsSizesAndColumnsOutsideTheirBoundsAreRefused) {
