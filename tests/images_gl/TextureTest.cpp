@@ -164,21 +164,5 @@ TEST_F(OlderSimTextures, PiecesFadeWithATransparentPanelWhenAsked) {
     EXPECT_EQ(Px(126, 26).r, 255);
 }
 
-TEST_F(Textures, BmpAndTgaPicturesKeepTheirColours) {
-    HV_Texture b(true), t(true);
-    ASSERT_TRUE(b.LoadBMP(Picture("halves.bmp", PictureFormat::Bmp, 32, 16, [](int x, int) {
-                              return x < 16 ? kRed : kBlue;
-                          }).c_str())); // 96-byte rows: no padding
-    ASSERT_TRUE(
-        t.LoadTGA(Picture("red.tga", PictureFormat::Tga, 16, 16, [](int, int) { return kRed; }).c_str()));
-    EXPECT_EQ(b.bitsPerPixel, 24);
-    b.DrawTexturePeace(0, 0, 32, 16, 10, 10, false, false, 0, nullptr);
-    t.DrawTexturePeace(0, 0, 16, 16, 60, 10, false, false, 0, nullptr);
-    EndFrame();
-    EXPECT_TRUE(IsRed(Px(15, 18)));
-    EXPECT_TRUE(IsBlue(Px(36, 18)));
-    EXPECT_TRUE(IsRed(Px(68, 18)));
-}
-
 } // namespace
 } // namespace kalvora_test
