@@ -60,22 +60,6 @@ protected:
     kalvora_test::TempFolder dir{"kalvora-toolkit-drawing"};
 };
 
-TEST_F(Drawing, APanelIsFilledWithItsStylesBackgroundUntilHidden) {
-    static const float kRed[3] = {1.0f, 0.0f, 0.0f};
-    static const float kBlue[3] = {0.0f, 0.0f, 1.0f};
-    HV_Window styled(nullptr, nullptr, 200, "Styled", false, true);
-    auto* panel = new HV_Panel(Style_BorderBack(1.0f, kBlue, kRed, 1.0f), false, 0, nullptr, true, true);
-    ASSERT_TRUE(styled.AddChild(panel));
-    auto* spacer = new HV_Panel(kHV_NoStyle, false, 0, nullptr, true, true);
-    spacer->bottom = spacer->minHeight = spacer->maxHeight = 40;
-    ASSERT_TRUE(panel->AddChild(spacer, 0));
-    const Rgb middle = MiddleOf(panel->widget);
-    EXPECT_GT(middle.r, 200);
-    EXPECT_LT(middle.g + middle.b, 120);
-    panel->SetVisible(false);
-    EXPECT_LT(MiddleOf(panel->widget).r, 200);
-}
-
 TEST_F(Drawing, APictureShowsItsPieceAndTheNightTintDarkensIt) {
     const std::string bmp = dir.file("solid.bmp");
     ASSERT_TRUE(kalvora_test::WritePicture(bmp, kalvora_test::PictureFormat::Bmp, 16, Rgb{0, 255, 0}));

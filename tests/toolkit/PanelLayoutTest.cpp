@@ -1,4 +1,4 @@
-// Panels: placement of children in columns, auto height, the child-bottom message, bounds.
+// Panels: placement of children in columns, auto height, the child-bottom message, refused children.
 #include "ToolkitFixture.h"
 
 using namespace toolkit_test;
@@ -80,20 +80,7 @@ TEST_F(PanelLayout, AutoHeightFollowsTheTallestColumnAndNestedPanelsReportTheirB
     EXPECT_EQ(outer->lowestBottom, lowest);
 }
 
-TEST_F(PanelLayout, ANamedPanelIsAFramedSubWindowWithItsTitleAbove) {
-    auto* framed = new HV_Panel(nullptr, false, 0, "Options", true, true);
-    ASSERT_TRUE(window->AddChild(framed));
-    const int topBefore = window->rootPanel->top - window->rootPanel->margeY;
-    EXPECT_EQ(framed->top, topBefore - 11); // children start under the title line
-    XPWidgetID title = simhost::findWidget("Options", window->widget);
-    ASSERT_NE(title, nullptr);
-    EXPECT_EQ(GeometryOf(title),
-              (Rect{framed->left + 5, topBefore - 5, framed->left + 5 + 6 * 7, GeometryOf(title).bottom}));
-    EXPECT_EQ(WidgetsOfClass(window->widget, xpWidgetClass_SubWindow),
-              std::vector<XPWidgetID>{framed->widget});
-}
-
-TEST_F(PanelLayout, CountsSizesAndColumnsOutsideTheirBoundsAreRefused) {
+TEST_F(PanelLayout, ChildrenBeyondTheCountOrColumnsAreRefusedAndStayTheCallers) {
     HV_Panel* panel = AddPanel(2);
     for (int i = 0; i < 99; ++i)
         ASSERT_TRUE(panel->AddChild(Block(1), 0)) << "child " << i;
@@ -102,21 +89,6 @@ TEST_F(PanelLayout, CountsSizesAndColumnsOutsideTheirBoundsAreRefused) {
     EXPECT_EQ(panel->CountChild(0), 99);
     EXPECT_FALSE(panel->AddChild(refused.get(), 3));
     EXPECT_FALSE(panel->AddChild(refused.get(), -1));
-
-    HV_Panel fixed(kHV_NoStyle, true, 0, nullptr, true, true);
-    fixed.SetSize(200, 100);
-    fixed.SetSize(5, 20000); // both outside [10, 9999]
-    fixed.SetPosition(3, 500);
-    EXPECT_EQ((Rect{fixed.left, fixed.top, fixed.right, fixed.bottom}), (Rect{0, 500, 200, 100}));
-    HV_Panel automatic(kHV_NoStyle, false, 0, nullptr, true, true);
-    automatic.SetSize(200, 100);
-    EXPECT_EQ(automatic.bottom, 0); // follows the children only
-    automatic.SetNumberOfColumn(40);
-    EXPECT_EQ(automatic.numberOfColumns, HV_Panel::kMaxColumns);
-    automatic.SetNumberOfColumn(0);
-    EXPECT_EQ(automatic.numberOfColumns, 1);
-    automatic.SetColumnWidth(1, 50); // column 1 of a one-column panel
-    EXPECT_EQ(automatic.columnWidth[1], 0);
 }
 
 } // namespace

@@ -71,18 +71,17 @@ struct Heard {
     long param2;
 };
 
-/// A window handler that records every message; answers "close" to `closeOn`, and lets a test look
-/// at the controls while the message is being handled (`onMessage`).
+/// A window handler that records every message and lets a test look at the controls while the
+/// message is being handled (`onMessage`).
 struct Recorder {
     std::vector<Heard> heard;
-    long closeOn = -1;
     std::function<void(const Heard&)> onMessage;
 
     static int Handle(void* user, long message, HV_Panel* source, long, long param2) {
         auto* self = static_cast<Recorder*>(user);
         self->heard.push_back({message, source, param2});
         if (self->onMessage) self->onMessage(self->heard.back());
-        return message == self->closeOn ? kHV_CloseWindow : 0;
+        return 0;
     }
     /// (source, param2) of every message of one kind.
     std::vector<std::pair<HV_Panel*, long>> Of(long message) const {

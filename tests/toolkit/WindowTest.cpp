@@ -1,4 +1,4 @@
-// Windows: geometry, packing, centring, routing to the handler, closing.
+// Windows: geometry, packing, centring, routing to the handler.
 #include "ToolkitFixture.h"
 
 using namespace toolkit_test;
@@ -59,20 +59,6 @@ TEST_F(WindowTest, TheHandlerGetsEachPressedControlButNothingFromADisabledOne) {
     off->SetEnable(true);
     Click(off->widget);
     EXPECT_EQ(recorder.Of(xpMsg_PushButtonPressed).size(), 3u);
-}
-
-TEST_F(WindowTest, AnsweringCloseToTheCloseBoxDestroysTheWindowAndItsWidgets) {
-    recorder.closeOn = xpMessage_CloseButtonPushed;
-    auto* closing = new HV_Window(&recorder, Recorder::Handle, 200, "Closing", true, true);
-    auto* button = new HV_CtrlButton("Stay", kAlignLeft, true, true);
-    ASSERT_TRUE(closing->AddChild(button));
-    XPWidgetID main = closing->widget, buttonWidget = button->widget;
-    ASSERT_TRUE(simhost::clickCloseBox(host(), main));
-    ASSERT_FALSE(recorder.heard.empty());
-    EXPECT_EQ(recorder.heard.back().message, xpMessage_CloseButtonPushed);
-    EXPECT_EQ(recorder.heard.back().source, nullptr); // the window itself is no control
-    EXPECT_EQ(GeometryOf(main), Rect{});              // both handles are dead now
-    EXPECT_EQ(GeometryOf(buttonWidget), Rect{});
 }
 
 } // namespace
