@@ -33,9 +33,6 @@ TEST_F(Controls, AlignmentPlacesTheWidgetInTheSpaceGiven) {
         ASSERT_TRUE(panel->AddChild(button, 0));
         EXPECT_EQ(GeometryOf(button->widget), (Rect{c.left, button->top - 5, c.right, button->top - 17}));
     }
-    HV_CtrlText text("Hello", kAlignLeft, true);
-    EXPECT_EQ(text.bottom, 15);
-    EXPECT_EQ(text.minWidth, 60);
 }
 
 TEST_F(Controls, SliderCaptionIsZeroPaddedAndFollowsADragBeforeTheHandlerRuns) {

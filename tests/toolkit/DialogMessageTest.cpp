@@ -45,12 +45,6 @@ TEST_F(DialogTest, OneButtonDialogShowsItsLinesCentredAndAnswersOne) {
     EXPECT_EQ(DescriptorOf(buttons[0]), "OK");
     const Rect frame = GeometryOf(window);
     EXPECT_EQ(frame, (Rect{512 - 39, 568, 512 + 39, frame.bottom})); // 6 x 8 + 30 wide, centred
-    // The button stretches over the panel less the root (1) and button panel (10) margins.
-    const Rect button = GeometryOf(buttons[0]);
-    EXPECT_EQ(button.left, frame.left + 1 + 10);
-    EXPECT_EQ(button.right, frame.right - 1 - 10);
-    EXPECT_LT(button.top, frame.top - 20); // inside the window, under its title
-    EXPECT_GT(button.bottom, frame.bottom);
 
     Click(buttons[0]);
     EXPECT_EQ(gAnswers, (std::vector<int>{1}));
