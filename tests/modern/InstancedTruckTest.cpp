@@ -15,6 +15,7 @@ using InstancedTruck = ModernTest;
 constexpr double kPushTimeoutSeconds = 600; // a whole push-back, approach to departure, in sim seconds
 constexpr const char* kWheelDeg = "halvern/kalvora/truck/wheel_rotation_deg";
 constexpr const char* kSteeringDeg = "halvern/kalvora/truck/steering_deg";
+constexpr const char* kGroundSpeed = "sim/flightmodel/position/groundspeed";
 
 TEST_F(InstancedTruck, FollowsTheTruckFrameByFrameThroughAWholePushBackWithItsAnimationValues) {
     Load();
@@ -116,9 +117,10 @@ TEST_F(InstancedTruck, NoneWhenTheTruckIsNotDrawnOrTheHostDrawsIt) {
 }
 
 /// The host moves its local frame's origin (it does as the aircraft gets far from it): the aircraft gets
-/// new local coordinates, and the tug and the cart stay on their spots of the world.
-TEST_F(InstancedTruck, TugAndCartStayOnTheirSpotsWhenTheLocalOriginMoves) {
+/// new local coordinates, and the tug, the cart and the push's end stay on their spots of the world.
+TEST_F(InstancedTruck, TugCartAndPushStayOnTheirSpotsWhenTheLocalOriginMoves) {
     constexpr double kShiftLatDeg = 0.05, kShiftLonDeg = -0.08; // about 5.6 km north, 6 km west
+    constexpr double kMetresPerDegLat = 111194.9;
     const auto moveOrigin = [&] {
         host->shiftLocalOrigin(host->getf("sim/flightmodel/position/lat_ref") + kShiftLatDeg,
                                host->getf("sim/flightmodel/position/lon_ref") + kShiftLonDeg);
@@ -151,6 +153,8 @@ TEST_F(InstancedTruck, TugAndCartStayOnTheirSpotsWhenTheLocalOriginMoves) {
     ASSERT_TRUE(Pick("GPU"));
     host->runFor(1);
     ASSERT_TRUE(Pick("GPU")); // disconnected, still standing: a push is allowed
+    const double lat0 = host->getf("sim/flightmodel/position/latitude");
+    const double lon0 = host->getf("sim/flightmodel/position/longitude");
     ASSERT_TRUE(Pick("Push straight back"));
     host->runFor(3.5); // after its 3 s wait the truck drives up to the nose gear (the brake stays set)
     ASSERT_EQ(Instances("KLVdefault.obj").size(), 1u);
@@ -169,6 +173,17 @@ TEST_F(InstancedTruck, TugAndCartStayOnTheirSpotsWhenTheLocalOriginMoves) {
                cartAt, 0.05, "published cart");
     EXPECT_NEAR(cartNow.y, cart.y, 0.01) << "same apron, same height";
     EXPECT_GT(std::hypot(tugNow.x - tug.x, tugNow.z - tug.z), 5000.0) << "re-placed in the new frame";
+
+    // It still finds the gear, and the push ends as far from the stand as ever.
+    ReleaseBrake();
+    ASSERT_TRUE(host->runUntil([&] { return host->getf(kGroundSpeed) > 0.05; }, 120)) << "never hooked up";
+    host->runFrames(10); // a few decimetres into the push
+    moveOrigin();
+    ASSERT_TRUE(host->runUntil([&] { return host->getf(kGroundSpeed) < 1e-3; }, kPushTimeoutSeconds));
+    const double north = (host->getf("sim/flightmodel/position/latitude") - lat0) * kMetresPerDegLat;
+    const double east = (host->getf("sim/flightmodel/position/longitude") - lon0) * kMetresPerDegLat *
+                        std::cos(lat0 * M_PI / 180.0);
+    EXPECT_NEAR(std::hypot(north, east), 13.0, 0.5) << "the A320's push length";
 }
 
 } // namespace
