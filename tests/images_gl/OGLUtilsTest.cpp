@@ -48,34 +48,6 @@ TEST_F(Drawing, TextIsBlackByDefaultAndStartsAtItsPoint) {
     EXPECT_EQ(host().geti("sim/graphics/misc/use_proportional_fonts"), 0); // set back after drawing
 }
 
-TEST_F(Drawing, SpriteQuadsSampleTheSheetInPixelUnits) {
-    // A 512 x 512 sheet: left half red, right half blue (bottom row first).
-    std::vector<unsigned char> sheet(512 * 512 * 3, 0);
-    for (int y = 0; y < 512; ++y)
-        for (int x = 0; x < 512; ++x)
-            sheet[(y * 512 + x) * 3 + (x < 256 ? 0 : 2)] = 255;
-    int tex = 0;
-    XPLMGenerateTextureNumbers(&tex, 1);
-    XPLMBindTexture2d(tex, 0);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB, 512, 512, 0, GL_RGB, GL_UNSIGNED_BYTE, sheet.data());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    XPLMSetGraphicsState(0, 1, 0, 0, 0, 0, 0);
-    glColor3f(1, 1, 1);
-    glBegin(GL_QUADS);
-    SingleQuad(10, 10, 60, 60, 300, 0, 500, 100); // blue part of the sheet
-    SingleQuad(70, 10, 120, 60, 0, 0, 200, 100);  // red part
-    glEnd();
-    // A frame whose columns straddle the halves: left edge red, right edge blue.
-    DrawStretchedQuad(130, 10, 250, 100, 200, 240, 260, 300, 0, 10, 20, 30);
-    EndFrame();
-    EXPECT_TRUE(IsBlue(Px(35, 35)));
-    EXPECT_TRUE(IsRed(Px(95, 35)));
-    EXPECT_TRUE(IsRed(Px(140, 50)));
-    EXPECT_TRUE(IsBlue(Px(240, 50)));
-    EXPECT_TRUE(IsBlack(Px(125, 50)));
-}
-
 TEST(StretchedQuad, EdgesKeepTheirSizeTheMiddleIsTiledUpwardsAndAPartialTileHasAnEvenHeight) {
     // Sheet columns 0 | 8 | 24 | 32, rows 0 | 6 | 10 | 14: edges 8 and 6 wide, tiles 4 high.
     // Screen 100 x 30 from (10, 20): middle span 30 - 6 - 4 = 20 = five tiles, no partial one.

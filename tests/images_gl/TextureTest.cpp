@@ -52,16 +52,6 @@ TEST_F(Textures, OnlyPicturesWithNoPowerOfTwoSideArePaddedAndFailedLoadsLeaveNot
         EXPECT_EQ(glIsTexture(static_cast<GLuint>(t.textureID)), GL_TRUE);
         t.DeleteTexture(t.textureID);
     }
-    HV_Texture later(false); // the pixels stay until built
-    ASSERT_TRUE(later.LoadPNG(Halves(100, 60).c_str()));
-    EXPECT_NE(later.data, nullptr);
-    EXPECT_EQ(later.textureID, 0);
-    EXPECT_EQ(later.width, 100u);
-    later.BuildTextureFromData();
-    EXPECT_EQ(later.data, nullptr);
-    EXPECT_EQ(later.width, 128u);
-    EXPECT_GT(later.textureID, 0);
-
     HV_Texture t(true);
     EXPECT_FALSE(t.LoadPNG("/nonexistent/picture.png"));
     EXPECT_FALSE(t.LoadBMP("/nonexistent/picture.bmp"));
