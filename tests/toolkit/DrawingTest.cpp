@@ -4,10 +4,9 @@
 #include <cstdlib>
 
 #include "ToolkitFixture.h"
-#include "images/Bitmap.h"
-#include "images/ImageFiles.h"
 #include "images/Texture.h"
 #include "support/Corpus.h"
+#include "support/Frames.h"
 #include "support/Pictures.h"
 #include "support/TempFolder.h"
 #include "toolkit/CtrlArray.h"
@@ -36,17 +35,8 @@ protected:
     }
     /// The colour at the middle of a widget as drawn on the next frame.
     Rgb MiddleOf(XPWidgetID w) {
-        const std::string path = dir.file("shot.png");
-        std::string why;
-        EXPECT_TRUE(simhost::screenshotWidget(host(), w, path, &why)) << why;
-        ImageInfo image{};
-        EXPECT_EQ(CreateBitmapFromPNG(path.c_str(), &image), 0);
-        if (!image.data) return {-1, -1, -1};
-        const unsigned char* p =
-            image.data + image.height / 2 * BitmapRowBytes(&image) + image.width / 2 * image.channels;
-        const Rgb colour{p[0], p[1], p[2]};
-        DestroyBitmap(&image);
-        return colour;
+        const Rect r = GeometryOf(w);
+        return kalvora_test::ColorOf(kalvora_test::GrabFrame(host()).at(r.midX(), r.midY()));
     }
     /// Writes the picture of a widget's rectangle for the documentation.
     void Shoot(XPWidgetID w, const std::string& name) {

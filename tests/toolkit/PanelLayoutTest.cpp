@@ -1,4 +1,4 @@
-// Panels: placement of children in columns, auto height, the child-bottom message, refused children.
+// Panels: placement of children in columns, auto height, the child-bottom message.
 #include "ToolkitFixture.h"
 
 using namespace toolkit_test;
@@ -78,17 +78,6 @@ TEST_F(PanelLayout, AutoHeightFollowsTheTallestColumnAndNestedPanelsReportTheirB
     const int lowest = outer->lowestBottom; // a higher edge later does not raise it again
     EXPECT_EQ(outer->Event(kHV_MsgChildBottomMoved, nullptr, lowest + 50, 0), 0);
     EXPECT_EQ(outer->lowestBottom, lowest);
-}
-
-TEST_F(PanelLayout, ChildrenBeyondTheCountOrColumnsAreRefusedAndStayTheCallers) {
-    HV_Panel* panel = AddPanel(2);
-    for (int i = 0; i < 99; ++i)
-        ASSERT_TRUE(panel->AddChild(Block(1), 0)) << "child " << i;
-    std::unique_ptr<HV_Panel> refused(Block(10)); // refused children stay the caller's
-    EXPECT_FALSE(panel->AddChild(refused.get(), 0));
-    EXPECT_EQ(panel->CountChild(0), 99);
-    EXPECT_FALSE(panel->AddChild(refused.get(), 3));
-    EXPECT_FALSE(panel->AddChild(refused.get(), -1));
 }
 
 } // namespace
