@@ -6,17 +6,13 @@
 #include "XPLMUtilities.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace kalvora_test {
 namespace {
 
-/// A command and the menu item (under "Plugins/Kalvora/") it stands for.
-struct Pair {
-    const char* command;
-    const char* menu;
-};
-
-const Pair kPairs[] = {
+/// Each command and the menu item (under "Plugins/Kalvora/") it stands for.
+const std::pair<const char*, const char*> kPairs[] = {
     {"halvern/kalvora/push_straight", "Push straight back"},
     {"halvern/kalvora/turn_tail_left", "Turn tail left"},
     {"halvern/kalvora/turn_tail_right", "Turn tail right"},
@@ -33,8 +29,8 @@ struct Outcome {
     std::string widgets;
     std::vector<std::string> speech, commands;
     bool operator==(const Outcome& o) const {
-        return status == o.status && gpuStatus == o.gpuStatus && widgets == o.widgets && speech == o.speech &&
-               commands == o.commands;
+        return std::tie(status, gpuStatus, widgets, speech, commands) ==
+               std::tie(o.status, o.gpuStatus, o.widgets, o.speech, o.commands);
     }
 };
 
@@ -64,15 +60,15 @@ protected:
 
 TEST_F(CommandsVsMenus, EachCommandDoesWhatItsMenuItemDoesAndIsRefusedAsIt) {
     for (const bool enginesRunning : {false, true})
-        for (const Pair& p : kPairs) {
-            const std::string item = p.menu;
+        for (const auto& [command, menu] : kPairs) {
+            const std::string item = menu;
             if (enginesRunning && item.find("tail") == std::string::npos && item != "Push straight back")
                 continue;
-            SCOPED_TRACE(std::string(p.command) + (enginesRunning ? " with the engines running" : ""));
+            SCOPED_TRACE(std::string(command) + (enginesRunning ? " with the engines running" : ""));
             const Outcome byMenu = Run(
                 enginesRunning, [&] { ASSERT_TRUE(Pick(item)); }, "");
             const Outcome byCommand = Run(
-                enginesRunning, [&] { ASSERT_TRUE(host->runCommand(p.command)); }, p.command);
+                enginesRunning, [&] { ASSERT_TRUE(host->runCommand(command)); }, command);
             EXPECT_TRUE(byMenu == byCommand) << "menu widgets:\n"
                                              << byMenu.widgets << "\ncommand widgets:\n"
                                              << byCommand.widgets;

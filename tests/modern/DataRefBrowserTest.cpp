@@ -23,24 +23,19 @@ simhost::InProcessPlugin Browser(const std::string& signature, std::map<std::str
 }
 
 TEST_F(DataRefBrowsers, EachBrowserHearsEveryPublishedNameOnceAndNobodyElseDoes) {
-    const std::map<std::string, int> kEachOnce = {{kStatus, 1},
-                                                  {kGPUStatus, 1},
-                                                  {kTruckX, 1},
-                                                  {kTruckY, 1},
-                                                  {kTruckZ, 1},
-                                                  {kTruckHdg, 1},
-                                                  {"halvern/kalvora/GPU/position_ogl_x", 1},
-                                                  {"halvern/kalvora/GPU/position_ogl_y", 1},
-                                                  {"halvern/kalvora/GPU/position_ogl_z", 1},
-                                                  {"halvern/kalvora/truck/wheel_rotation_deg", 1},
-                                                  {"halvern/kalvora/truck/steering_deg", 1}};
+    std::map<std::string, int> eachOnce;
+    for (const char* name :
+         {kStatus, kGPUStatus, kTruckX, kTruckY, kTruckZ, kTruckHdg, "halvern/kalvora/GPU/position_ogl_x",
+          "halvern/kalvora/GPU/position_ogl_y", "halvern/kalvora/GPU/position_ogl_z",
+          "halvern/kalvora/truck/wheel_rotation_deg", "halvern/kalvora/truck/steering_deg"})
+        eachOnce[name] = 1;
     std::map<std::string, int> tool, editor, bystander;
     framesAfterLoad = 0; // the editor, loaded after Kalvora, comes before the frame the names are sent in
     Load({Browser("com.leecbaker.datareftool", &tool), Browser("test.bystander", &bystander)});
     ASSERT_GE(host->addPlugin(Browser("xplanesdk.examples.DataRefEditor", &editor)), 0);
     host->runFor(3);
-    EXPECT_EQ(tool, kEachOnce);
-    EXPECT_EQ(editor, kEachOnce);
+    EXPECT_EQ(tool, eachOnce);
+    EXPECT_EQ(editor, eachOnce);
     for (const auto& [name, times] : tool)
         EXPECT_TRUE(host->exists(name)) << name << " is a real dataref";
     EXPECT_TRUE(bystander.empty());

@@ -98,13 +98,6 @@ TEST_F(InstancedTruck, NoneWhenTheTruckIsNotDrawnOrTheHostDrawsIt) {
         if (legacyHost) options.xplaneVersion = kXPlane1141;
         WritePreferences(PreferencesText({{"DRAW_TRUCK", legacyHost ? "1" : "0"}}));
         Load();
-        int drawCallbacks = 0;
-        for (const std::string& r : host->registrations(kalvora)) {
-            if (r.rfind("draw callback", 0) != 0) continue;
-            ++drawCallbacks;
-            EXPECT_NE(r.find("phase 25"), std::string::npos) << r << ": only the aircraft phase";
-        }
-        EXPECT_EQ(drawCallbacks, 2) << "the tug's and the cart's drawing callbacks stay registered";
         ASSERT_TRUE(Pick("Push straight back"));
         ReleaseBrake();
         host->runFor(10);
