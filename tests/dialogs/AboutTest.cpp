@@ -16,13 +16,13 @@ TEST_F(AboutTest, CreditsFollowTheHostVersionAndAMissingLogoLeavesAnEmptyPicture
         std::vector<std::string> lines;
         for (simhost::WidgetHandle w : simhost::findWidgets(
                  [](const simhost::WidgetInfo& i) { return i.descriptor.find("....") != std::string::npos; },
-                 Window("About Kalvora...")))
+                 ShownWindow("About Kalvora...")))
             lines.push_back(simhost::widgetDescriptor(w));
         return lines;
     };
     XPVersion = 740;
     About::OpenAbout();
-    simhost::WidgetHandle window = Window("About Kalvora...");
+    simhost::WidgetHandle window = ShownWindow("About Kalvora...");
     ASSERT_NE(window, nullptr);
     EXPECT_NE(simhost::findWidget("Special thanks to:", window), nullptr);
     EXPECT_EQ(simhost::findWidgets(
@@ -43,11 +43,11 @@ TEST_F(AboutTest, CreditsFollowTheHostVersionAndAMissingLogoLeavesAnEmptyPicture
 
     ASSERT_TRUE(simhost::clickCloseBox(*host, window));
     EXPECT_EQ(gAbout, nullptr);
-    EXPECT_EQ(CountWindows("About Kalvora..."), 0);
+    EXPECT_EQ(ShownWindows("About Kalvora...").size(), 0u);
     XPVersion = 739;
     About::OpenAbout();
     EXPECT_NE(gAbout, nullptr);
-    EXPECT_EQ(CountWindows("About Kalvora..."), 1);
+    EXPECT_EQ(ShownWindows("About Kalvora...").size(), 1u);
     const std::vector<std::string> older = creditLines();
     ASSERT_FALSE(newer.empty());
     ASSERT_EQ(newer.size(), older.size());

@@ -34,26 +34,8 @@ protected:
         AppTest::TearDown();
     }
 
-    /// The shown main window with this title, or null.
-    simhost::WidgetHandle Window(const std::string& title) { return ShownWindow(title); }
-    int CountWindows(const std::string& title) {
-        int n = 0;
-        for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {
-            simhost::WidgetInfo info;
-            if (simhost::widgetInfo(w, info) && info.widgetClass == xpWidgetClass_MainWindow &&
-                info.descriptor == title)
-                ++n;
-        }
-        return n;
-    }
-
     /// Clicks a control as the user does (its widget's centre).
     bool Click(HV_Panel* control) { return control && simhost::clickWidget(*host, control->widget); }
-    /// Clicks the widget with this exact text inside a window.
-    bool ClickText(simhost::WidgetHandle window, const std::string& text) {
-        simhost::WidgetHandle w = simhost::findWidget(text, window);
-        return w && simhost::clickWidget(*host, w);
-    }
     bool Drag(HV_CtrlSlider* slider, int value) {
         return simhost::dragSliderTo(*host, slider->widget, value);
     }

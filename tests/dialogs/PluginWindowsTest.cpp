@@ -22,12 +22,6 @@ protected:
         options.render = true;
     }
 
-    simhost::WidgetHandle Window(const std::string& title) { return ShownWindow(title); }
-
-    bool ClickText(simhost::WidgetHandle under, const std::string& text) {
-        simhost::WidgetHandle w = simhost::findWidget(text, under);
-        return w && simhost::clickWidget(*host, w);
-    }
     /// Writes a picture of the window when the host draws.
     void Picture(simhost::WidgetHandle window, const std::string& name) {
         if (!host->renderingAvailable()) return;
@@ -43,20 +37,17 @@ TEST_F(PluginWindowsTest, TheWindowsOpenFromTheMenusAndTakeKeysOnlyWhileOpenAndE
     Load();
     ASSERT_TRUE(Pick("About..."));
     ASSERT_TRUE(Pick("About..."));
-    simhost::WidgetHandle about = Window("About Kalvora...");
+    simhost::WidgetHandle about = ShownWindow("About Kalvora...");
     ASSERT_NE(about, nullptr);
-    int count = 0;
-    for (simhost::WidgetHandle w : simhost::topLevelWidgets())
-        count += simhost::widgetDescriptor(w) == "About Kalvora...";
-    EXPECT_EQ(count, 1) << "one at a time";
+    EXPECT_EQ(ShownWindows("About Kalvora...").size(), 1u) << "one at a time";
     Picture(about, "dialogs-about.png");
     ASSERT_TRUE(simhost::clickCloseBox(*host, about));
-    EXPECT_EQ(Window("About Kalvora..."), nullptr);
+    EXPECT_EQ(ShownWindow("About Kalvora..."), nullptr);
 
     EXPECT_EQ(host->menuItems(std::string(kMenu) + "/Tools"),
               (std::vector<std::string>{"Free move panel", "Texture cutter", "Measuring window"}));
     ASSERT_TRUE(Pick("Tools/Free move panel"));
-    simhost::WidgetHandle panel = Window("Truck Movements Control Panel");
+    simhost::WidgetHandle panel = ShownWindow("Truck Movements Control Panel");
     ASSERT_NE(panel, nullptr);
     Picture(panel, "dialogs-free-move.png");
     EXPECT_EQ(Registered("key sniffer"), 1);
@@ -67,15 +58,24 @@ TEST_F(PluginWindowsTest, TheWindowsOpenFromTheMenusAndTakeKeysOnlyWhileOpenAndE
     ASSERT_TRUE(simhost::clickCloseBox(*host, panel));
     EXPECT_EQ(Registered("key sniffer"), 0);
     ASSERT_TRUE(Pick("Tools/Measuring window"));
-    Picture(Window("Measure"), "dialogs-measure.png");
+    Picture(ShownWindow("Measure"), "dialogs-measure.png");
     ASSERT_TRUE(Pick("Tools/Texture cutter"));
-    simhost::WidgetHandle chooser = Window("Texture to cut");
+    simhost::WidgetHandle chooser = ShownWindow("Texture to cut");
     ASSERT_NE(chooser, nullptr);
     ASSERT_TRUE(simhost::typeInto(*host, simhost::findWidgetByClass(xpWidgetClass_TextField, chooser),
                                   "Bitmaps/iconTruck.png"));
-    ASSERT_TRUE(ClickText(chooser, "OK"));
-    simhost::WidgetHandle cutter = Window("Texture cutter");
+    ASSERT_TRUE(ClickText(*host, chooser, "OK"));
+    simhost::WidgetHandle cutter = ShownWindow("Texture cutter");
     ASSERT_NE(cutter, nullptr);
+    simhost::WidgetInfo info;
+    ASSERT_TRUE(simhost::widgetInfo(cutter, info));
+    // Drag across the picture, which starts below the title bar at the left margin, so that the
+    // picture shows a selected rectangle.
+    const int x = info.left + 20, y = info.top - 40;
+    host->mouseDown(x, y);
+    host->mouseDrag(x + 20, y - 10);
+    host->mouseUp(x + 30, y - 15);
+    EXPECT_NE(host->logText().find("(30 x 15)"), std::string::npos) << "the cut is logged";
     Picture(cutter, "dialogs-texture-cutter.png");
     EXPECT_EQ(PluginLog().find("[WRNG] No picture"), std::string::npos) << "the logo and truck icon load";
 }
@@ -83,13 +83,13 @@ TEST_F(PluginWindowsTest, TheWindowsOpenFromTheMenusAndTakeKeysOnlyWhileOpenAndE
 TEST_F(PluginWindowsTest, PreferencesFromTheMenuReachTheFileAtStop) {
     Load();
     ASSERT_TRUE(Pick("Preferences..."));
-    simhost::WidgetHandle prefs = Window("Kalvora Preferences");
+    simhost::WidgetHandle prefs = ShownWindow("Kalvora Preferences");
     // The boxes come first, in the window's order: the fourth is "Draw truck".
     ASSERT_TRUE(simhost::clickWidget(*host, simhost::findWidgetByClass(xpWidgetClass_Button, prefs, 3)));
     ASSERT_TRUE(simhost::dragSliderTo(*host, simhost::findWidgetByClass(xpWidgetClass_ScrollBar, prefs), 25));
     Picture(prefs, "dialogs-preferences.png");
-    ASSERT_TRUE(ClickText(prefs, "  OK  "));
-    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    ASSERT_TRUE(ClickText(*host, prefs, "  OK  "));
+    EXPECT_EQ(ShownWindow("Kalvora Preferences"), nullptr);
     Unload();
     EXPECT_EQ(PrefValue("DRAW_TRUCK"), "0");
     EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");

@@ -22,7 +22,7 @@ TEST_F(PrefsDialogTest, TheWindowShowsThePreferencesDefaultsApplyAtOnceAndCancel
     PrefTruckSpeed = 17.8f;
     PrefTruckViewKey = XPLM_VK_F12;
     PrefsDialog* d = Open();
-    simhost::WidgetHandle window = Window("Kalvora Preferences");
+    simhost::WidgetHandle window = ShownWindow("Kalvora Preferences");
     ASSERT_NE(window, nullptr);
     EXPECT_FALSE(d->drawTruckBox->isChecked());
     EXPECT_TRUE(d->rearGearBox->isChecked());
@@ -37,13 +37,13 @@ TEST_F(PrefsDialogTest, TheWindowShowsThePreferencesDefaultsApplyAtOnceAndCancel
     EXPECT_TRUE(d->drawTruckBox->isChecked());
     EXPECT_FALSE(d->rearGearBox->isChecked());
     EXPECT_EQ(TextOf(d->keyText), "Truck view key (current: F12)");
-    EXPECT_NE(Window("Kalvora Preferences"), nullptr) << "the dialog stays";
+    EXPECT_NE(ShownWindow("Kalvora Preferences"), nullptr) << "the dialog stays";
 
     // Cancel keeps the slider and the defaults, but not the boxes.
     ASSERT_TRUE(Click(d->drawTruckBox));
     ASSERT_TRUE(Drag(d->speedSlider, 30));
     ASSERT_TRUE(Click(d->cancelButton));
-    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    EXPECT_EQ(ShownWindow("Kalvora Preferences"), nullptr);
     EXPECT_FLOAT_EQ(PrefTruckSpeed, 30.0f);
     EXPECT_DOUBLE_EQ(PrefStepValue, 0.30);
     EXPECT_TRUE(PrefDrawTruck);
@@ -64,10 +64,10 @@ TEST_F(PrefsDialogTest, BoxesWaitForOKTheSliderDoesNot) {
     }
     EXPECT_TRUE(d->rearGearBox->isChecked());
     Open(); // a new dialog at every opening
-    EXPECT_EQ(CountWindows("Kalvora Preferences"), 2);
-    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
-    ASSERT_TRUE(ClickText(Window("Kalvora Preferences"), "  OK  "));
-    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    EXPECT_EQ(ShownWindows("Kalvora Preferences").size(), 2u);
+    ASSERT_TRUE(ClickText(*host, ShownWindow("Kalvora Preferences"), "  OK  "));
+    ASSERT_TRUE(ClickText(*host, ShownWindow("Kalvora Preferences"), "  OK  "));
+    EXPECT_EQ(ShownWindow("Kalvora Preferences"), nullptr);
     EXPECT_EQ(myPrefsDialog, nullptr);
     EXPECT_FALSE(PrefDrawTruck);
     EXPECT_FALSE(PrefFrontWheel);
@@ -102,8 +102,8 @@ TEST_F(PrefsDialogTest, AnAssignedKeyIsShownSwallowedAndBecomesTheHotKey) {
     // The close box ends a key wait.
     d = Open();
     ASSERT_TRUE(Click(d->assignButton));
-    ASSERT_TRUE(simhost::clickCloseBox(*host, Window("Kalvora Preferences")));
-    EXPECT_EQ(Window("Kalvora Preferences"), nullptr);
+    ASSERT_TRUE(simhost::clickCloseBox(*host, ShownWindow("Kalvora Preferences")));
+    EXPECT_EQ(ShownWindow("Kalvora Preferences"), nullptr);
     EXPECT_EQ(Registered("key sniffer"), 0);
     gPREF_ActiveKey = 0;
     host->pressKey(XPLM_VK_F5);

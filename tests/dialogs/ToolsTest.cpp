@@ -14,7 +14,7 @@ using ToolsTest = DialogsTest;
 TEST_F(ToolsTest, MeasuringWindowShowsWhereItIsAfterAMove) {
     HV_MeasureWindow* m = OpenMeasureWindow();
     EXPECT_EQ(OpenMeasureWindow(), m) << "one at a time";
-    simhost::WidgetHandle window = Window("Measure");
+    simhost::WidgetHandle window = ShownWindow("Measure");
     ASSERT_NE(window, nullptr);
     simhost::WidgetInfo before;
     ASSERT_TRUE(simhost::widgetInfo(window, before));
@@ -42,7 +42,7 @@ TEST_F(ToolsTest, TheTextureCutterTurnsADraggedRectangleIntoTexturePixelsAndCoor
     if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL context";
     HV_TextureCutter* notAPicture = OpenTextureCutter(KALVORA_SOURCE_DIR "/CMakeLists.txt");
     EXPECT_EQ(notAPicture->picture, nullptr) << "a file that is no picture still opens a window";
-    EXPECT_NE(Window("Texture cutter"), nullptr);
+    EXPECT_NE(ShownWindow("Texture cutter"), nullptr);
     EXPECT_NE(host->logText().find("cannot read"), std::string::npos);
     HV_Window::CloseAll();
 
