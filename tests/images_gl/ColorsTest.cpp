@@ -40,20 +40,17 @@ TEST_F(InterfaceColors, ReadOnceFromTheSimulatorAndAmbientFallsBackOnTheLightLev
     EXPECT_NEAR(out[0], 0.9f, 1e-6);
     EXPECT_NEAR(out[1], 0.2f, 1e-6);
 
-    // Missing colour: the fixed colour times the light levels.
+    // Missing colour: the fixed colour times the light levels; with no output it becomes the OpenGL
+    // colour, at alpha gAlphaLevel.
+    const float expected[4] = {65 / 256.0f * 0.5f, 83 / 256.0f * 0.25f, 89 / 256.0f, 0.6f};
     SetupAmbientColor(2, out);
-    EXPECT_NEAR(out[0], 65 / 256.0f * 0.5f, 1e-6);
-    EXPECT_NEAR(out[1], 83 / 256.0f * 0.25f, 1e-6);
-    EXPECT_NEAR(out[2], 89 / 256.0f * 1.0f, 1e-6);
-
-    // With no output the colour becomes the OpenGL colour, at alpha gAlphaLevel.
     SetAlphaLevels(0.6f);
     SetupAmbientColor(2, nullptr);
     float current[4] = {};
     glGetFloatv(GL_CURRENT_COLOR, current);
-    EXPECT_NEAR(current[0], 65 / 256.0f * 0.5f, 1e-3);
-    EXPECT_NEAR(current[1], 83 / 256.0f * 0.25f, 1e-3);
-    EXPECT_NEAR(current[2], 89 / 256.0f, 1e-3);
-    EXPECT_NEAR(current[3], 0.6f, 1e-3);
+    for (int c = 0; c < 3; ++c)
+        EXPECT_NEAR(out[c], expected[c], 1e-6) << c;
+    for (int c = 0; c < 4; ++c)
+        EXPECT_NEAR(current[c], expected[c], 1e-3) << c;
     SetAlphaLevels(1.0f);
 }

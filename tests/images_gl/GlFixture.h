@@ -64,8 +64,13 @@ protected:
     static bool IsLit(Rgb p) { return p.r >= 20 || p.g >= 20 || p.b >= 20; }
     static bool IsBlack(Rgb p) { return !IsLit(p); }
     static bool IsRed(Rgb p) { return p.r > 200 && p.g < 60 && p.b < 60; }
-    static bool IsGreen(Rgb p) { return p.g > 200 && p.r < 60 && p.b < 60; }
     static bool IsBlue(Rgb p) { return p.b > 200 && p.r < 60 && p.g < 60; }
+    /// Checks the pixel at (x, y) against a colour, each channel within `tolerance` (0..255).
+    void ExpectPx(int x, int y, Rgb expected, int tolerance = 2) const {
+        const Rgb p = Px(x, y);
+        EXPECT_FALSE(Differ(p, expected, tolerance))
+            << "at (" << x << ", " << y << "): " << p.r << ", " << p.g << ", " << p.b;
+    }
 
     simhost::Host& host() { return *host_; }
 
