@@ -10,6 +10,8 @@
 #include "support/Pictures.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace kalvora_test {
 namespace {
@@ -66,11 +68,11 @@ protected:
             host->set(kBatteryVolts, volts, i);
     }
     /// Where the nose gear stands on the apron (metres, local frame).
-    void NoseGear(double* x, double* z) {
+    std::pair<double, double> NoseGear() {
         const simhost::Aircraft::Gear& nose = host->aircraft().gear.at(0);
         const double h = host->getf(kPsi) * kRadPerDeg, ahead = -nose.z; // body z points aft
-        *x = host->getf(kLocalX) + ahead * std::sin(h) + nose.x * std::cos(h);
-        *z = host->getf(kLocalZ) - ahead * std::cos(h) + nose.x * std::sin(h);
+        return {host->getf(kLocalX) + ahead * std::sin(h) + nose.x * std::cos(h),
+                host->getf(kLocalZ) - ahead * std::cos(h) + nose.x * std::sin(h)};
     }
 
     int groundOps = -1;
@@ -223,29 +225,26 @@ TEST_F(GPUTest, WithoutGPUHandlingTheCrewIsSilentNothingIsShownButTheInterfacesS
 }
 
 TEST_F(GPUTest, TheCartStandsFiveMetresFromTheNoseGearFortyFiveDegreesRightAsAnObjectInstance) {
-    for (const double heading : {40.0, 200.0}) {
-        SCOPED_TRACE(heading);
-        options.startHeadingDeg = heading;
-        Load();
-        EXPECT_TRUE(host->instances().empty());
-        Send(kConnect);
-        host->runFrames(2);
-        double noseX = 0, noseZ = 0;
-        NoseGear(&noseX, &noseZ);
-        const double h = (heading + 45.0) * kRadPerDeg;
-        EXPECT_NEAR(host->getf(kGPUX), noseX + 5.0 * std::sin(h), 0.05);
-        EXPECT_NEAR(host->getf(kGPUZ), noseZ - 5.0 * std::cos(h), 0.05);
-        EXPECT_NEAR(host->getf(kGPUY), options.startElevationM, 0.05) << "on the apron";
-        const std::vector<simhost::InstanceInfo> cart = Instances("GPU.obj");
-        ASSERT_EQ(cart.size(), 1u);
-        EXPECT_TRUE(cart[0].positioned);
-        EXPECT_NEAR(cart[0].x, host->getf(kGPUX), 1e-3);
-        EXPECT_NEAR(cart[0].y, host->getf(kGPUY) + 1.0, 1e-3) << "origin 1 m up";
-        EXPECT_NEAR(cart[0].z, host->getf(kGPUZ), 1e-3);
-        EXPECT_NEAR(cart[0].heading, -heading, 1e-3) << "turned as the drawn cart: negated";
-        Unload();
-        host.reset();
-    }
+    constexpr double kHeadingDeg = 200.0;
+    options.startHeadingDeg = kHeadingDeg;
+    Load();
+    EXPECT_TRUE(host->instances().empty());
+    Send(kConnect);
+    host->runFrames(2);
+    auto [noseX, noseZ] = NoseGear();
+    const double h = (kHeadingDeg + 45.0) * kRadPerDeg;
+    EXPECT_NEAR(host->getf(kGPUX), noseX + 5.0 * std::sin(h), 0.05);
+    EXPECT_NEAR(host->getf(kGPUZ), noseZ - 5.0 * std::cos(h), 0.05);
+    EXPECT_NEAR(host->getf(kGPUY), options.startElevationM, 0.05) << "on the apron";
+    const std::vector<simhost::InstanceInfo> cart = Instances("GPU.obj");
+    ASSERT_EQ(cart.size(), 1u);
+    EXPECT_TRUE(cart[0].positioned);
+    EXPECT_NEAR(cart[0].x, host->getf(kGPUX), 1e-3);
+    EXPECT_NEAR(cart[0].y, host->getf(kGPUY) + 1.0, 1e-3) << "origin 1 m up";
+    EXPECT_NEAR(cart[0].z, host->getf(kGPUZ), 1e-3);
+    EXPECT_NEAR(cart[0].heading, -kHeadingDeg, 1e-3) << "turned as the drawn cart: negated";
+    Unload();
+    host.reset();
 
     // After a push by the main gear the cart still stands beside the nose gear.
     Preferences(true, false);
@@ -255,8 +254,7 @@ TEST_F(GPUTest, TheCartStandsFiveMetresFromTheNoseGearFortyFiveDegreesRightAsAnO
     ASSERT_TRUE(Pick("Stop PushBack!"));
     Send(kConnect);
     host->runFrames(2);
-    double noseX = 0, noseZ = 0;
-    NoseGear(&noseX, &noseZ);
+    std::tie(noseX, noseZ) = NoseGear();
     EXPECT_NEAR(std::hypot(host->getf(kGPUX) - noseX, host->getf(kGPUZ) - noseZ), 5.0, 0.05);
 
     // The instance stays after the disconnection; a new airport takes it and its model away, and so
@@ -288,8 +286,7 @@ TEST_F(GPUTest, OnOlderHostsTheDrawnCartShowsAheadRightOfTheNoseUntilANewAirport
     options.screenHeight = kHeight;
     Load();
     if (!host->renderingAvailable()) GTEST_SKIP() << "no OpenGL rendering here";
-    double noseX = 0, noseZ = 0;
-    NoseGear(&noseX, &noseZ);
+    const auto [noseX, noseZ] = NoseGear();
     XPLMCameraPosition_t camera =
         CameraAt(noseX, options.startElevationM + kCameraHeightM, noseZ, -90, options.startHeadingDeg);
     HoldCamera(*host, &camera);
