@@ -43,11 +43,6 @@ protected:
             if (line.rfind("key sniffer", 0) == 0) return true;
         return false;
     }
-    /// The requested direction and turn.
-    void ExpectRequest(int direction, int turn) {
-        EXPECT_EQ(gKLVPlaneMoveDirection, direction);
-        EXPECT_EQ(gKLVPlaneRotateDir, turn);
-    }
 };
 
 TEST_F(FreeMoveTest, ThePanelsButtonsSetTheMotionRequests) {
@@ -56,19 +51,20 @@ TEST_F(FreeMoveTest, ThePanelsButtonsSetTheMotionRequests) {
     OpenFreeMovePanel();
     EXPECT_EQ(OpenedFreeMovePanel(), p) << "one panel at a time";
 
-    ASSERT_TRUE(Click(p->forwardButton));
-    ExpectRequest(kMoveForward, kRotateStraight);
-    ASSERT_TRUE(Click(p->leftButton));
-    ExpectRequest(kMoveForward, kRotateTailLeft); // a turn keeps the direction
-    ASSERT_TRUE(Click(p->rightButton));
-    ExpectRequest(kMoveForward, kRotateTailRight);
-    ASSERT_TRUE(Click(p->reverseButton));
-    ExpectRequest(kMoveBackward, kRotateStraight);
-    ASSERT_TRUE(Click(p->stopButton));
-    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveNone);
-    EXPECT_TRUE(gKLVisPlaneMoving) << "stop keeps the aircraft hooked up";
-    ASSERT_TRUE(Click(p->leftButton));
-    ExpectRequest(kMoveNone, kRotateTailLeft); // left while stopped changes only the turn
+    // A turn keeps the direction; stop keeps the aircraft hooked up, and a turn then changes only the turn.
+    const struct {
+        HV_Panel* button;
+        int direction, turn;
+    } presses[] = {
+        {p->forwardButton, kMoveForward, kRotateStraight}, {p->leftButton, kMoveForward, kRotateTailLeft},
+        {p->rightButton, kMoveForward, kRotateTailRight},  {p->reverseButton, kMoveBackward, kRotateStraight},
+        {p->stopButton, kMoveNone, kRotateStraight},       {p->leftButton, kMoveNone, kRotateTailLeft}};
+    for (const auto& press : presses) {
+        ASSERT_TRUE(Click(press.button));
+        EXPECT_EQ(gKLVPlaneMoveDirection, press.direction);
+        EXPECT_EQ(gKLVPlaneRotateDir, press.turn);
+        EXPECT_TRUE(gKLVisPlaneMoving);
+    }
     ASSERT_TRUE(SnifferRegistered());
     ASSERT_TRUE(Click(p->releaseButton));
     EXPECT_FALSE(gKLVisPlaneMoving);
@@ -96,7 +92,7 @@ TEST_F(FreeMoveTest, KeysAndTheSpeedSliderDriveThePushWhileThePanelIsOpen) {
                        nullptr);
     gPassedKeys = 0;
     host->pressKey(kKeyForward);
-    ExpectRequest(kMoveForward, kRotateStraight);
+    EXPECT_EQ(gKLVPlaneMoveDirection, kMoveForward);
     host->pressKey(kKeyLeft);
     EXPECT_EQ(gKLVPlaneRotateDir, kRotateTailLeft);
     EXPECT_EQ(gPassedKeys, 1) << "the sniffer passes the key on";
