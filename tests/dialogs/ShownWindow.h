@@ -13,14 +13,10 @@ namespace kalvora_test {
 
 /// Every shown main window titled `title`, oldest first.
 inline std::vector<simhost::WidgetHandle> ShownWindows(const std::string& title) {
-    std::vector<simhost::WidgetHandle> shown;
-    for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {
-        simhost::WidgetInfo info;
-        if (simhost::widgetInfo(w, info) && info.widgetClass == xpWidgetClass_MainWindow && info.shown &&
-            info.descriptor == title)
-            shown.push_back(w);
-    }
-    return shown;
+    return simhost::findWidgets([&](const simhost::WidgetInfo& info) {
+        return info.isRoot && info.widgetClass == xpWidgetClass_MainWindow && info.shown &&
+               info.descriptor == title;
+    });
 }
 
 /// The first shown main window titled `title`, or null.

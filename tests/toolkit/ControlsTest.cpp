@@ -74,7 +74,7 @@ TEST_F(Controls, TextBoxRefusesCharactersOutsideItsListButLetsEditingKeysThrough
     ASSERT_TRUE(panel->AddChild(free, 0));
     EXPECT_LT(GeometryOf(digits->labelCaption).right, GeometryOf(digits->widget).left);
     EXPECT_EQ(free->labelCaption, nullptr);
-    EXPECT_EQ(PropertyOf(free->widget, xpProperty_PasswordMode), 1);
+    EXPECT_EQ(simhost::widgetProperty(free->widget, xpProperty_PasswordMode), 1);
     const auto textOf = [](HV_CtrlTextBox* box) {
         char text[32];
         box->GetText(text, sizeof text);

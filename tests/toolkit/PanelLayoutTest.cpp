@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(PanelLayout, ChildrenStackDownwardsAndColumnWidthsPlaceThem) {
+TEST_F(PanelLayout, ChildrenStackDownwardsColumnsPlaceThemAndAutoHeightFollowsTheTallest) {
     auto* panel = new HV_Panel(nullptr, true, 0, nullptr, true, true);
     panel->SetPosition(10, 700);
     panel->SetSize(400, 300);
@@ -55,17 +55,16 @@ TEST_F(PanelLayout, ChildrenStackDownwardsAndColumnWidthsPlaceThem) {
     EXPECT_EQ(panel->GetChildByIndex(0, 1), second);
     EXPECT_EQ(panel->GetChildByIndex(1, 0), right);
     EXPECT_EQ(panel->GetChildByIndex(2, 0), nullptr);
-}
 
-TEST_F(PanelLayout, AutoHeightFollowsTheTallestColumnAndNestedPanelsReportTheirBottom) {
-    HV_Panel* panel = AddPanel(2);
-    ASSERT_TRUE(panel->AddChild(Block(20), 0));
-    ASSERT_TRUE(panel->AddChild(Block(30), 0));
-    EXPECT_EQ(panel->bottom, -(5 + 20 + 5 + 30 + 5) - kMargin);
-    EXPECT_EQ(GeometryOf(panel->widget).top, panel->top - kMargin);
-    EXPECT_EQ(GeometryOf(panel->widget).bottom, panel->top - (5 + 20 + 5 + 30 + 5));
-    ASSERT_TRUE(panel->AddChild(Block(80), 1)); // the taller column decides
-    EXPECT_EQ(panel->bottom, -(5 + 80 + 5) - kMargin);
+    // An auto-height panel follows its tallest column.
+    HV_Panel* autoHeight = AddPanel(2);
+    ASSERT_TRUE(autoHeight->AddChild(Block(20), 0));
+    ASSERT_TRUE(autoHeight->AddChild(Block(30), 0));
+    EXPECT_EQ(autoHeight->bottom, -(5 + 20 + 5 + 30 + 5) - kMargin);
+    EXPECT_EQ(GeometryOf(autoHeight->widget).top, autoHeight->top - kMargin);
+    EXPECT_EQ(GeometryOf(autoHeight->widget).bottom, autoHeight->top - (5 + 20 + 5 + 30 + 5));
+    ASSERT_TRUE(autoHeight->AddChild(Block(80), 1)); // the taller column decides
+    EXPECT_EQ(autoHeight->bottom, -(5 + 80 + 5) - kMargin);
 
     auto* inner = new HV_Panel(nullptr, false, 0, nullptr, true, true);
     HV_Panel* outer = AddPanel();

@@ -23,7 +23,6 @@ namespace toolkit_test {
 struct Rect {
     int left = 0, top = 0, right = 0, bottom = 0;
     int width() const { return right - left; }
-    int height() const { return top - bottom; }
     int midX() const { return (left + right) / 2; }
     int midY() const { return (top + bottom) / 2; }
     bool operator==(const Rect& o) const {
@@ -44,10 +43,6 @@ inline std::string DescriptorOf(XPWidgetID w) {
     return simhost::widgetDescriptor(w);
 }
 
-inline long PropertyOf(XPWidgetID w, XPWidgetPropertyID property) {
-    return static_cast<long>(XPGetWidgetProperty(w, property, nullptr));
-}
-
 inline std::vector<XPWidgetID> WidgetsOfClass(XPWidgetID root, int widgetClass) {
     return simhost::findWidgets(
         [&](const simhost::WidgetInfo& info) { return info.widgetClass == widgetClass; }, root);
@@ -55,13 +50,9 @@ inline std::vector<XPWidgetID> WidgetsOfClass(XPWidgetID root, int widgetClass) 
 
 /// Main-window roots alive now, oldest first.
 inline std::vector<XPWidgetID> MainWindows() {
-    std::vector<XPWidgetID> roots;
-    for (simhost::WidgetHandle w : simhost::topLevelWidgets()) {
-        simhost::WidgetInfo info;
-        if (simhost::widgetInfo(w, info) && info.isRoot && info.widgetClass == xpWidgetClass_MainWindow)
-            roots.push_back(w);
-    }
-    return roots;
+    return simhost::findWidgets([](const simhost::WidgetInfo& info) {
+        return info.isRoot && info.widgetClass == xpWidgetClass_MainWindow;
+    });
 }
 
 /// One message a window handler received.

@@ -7,10 +7,10 @@ namespace {
 
 using WindowTest = ToolkitTest;
 
-TEST_F(WindowTest, GeometryCentringAndMoving) {
+TEST_F(WindowTest, GeometryCentringMovingAndPacking) {
     HV_Window shown(nullptr, nullptr, 250, "Hello", true, true);
     EXPECT_EQ(GeometryOf(shown.widget), (Rect{50, 768, 300, 368}));
-    EXPECT_EQ(PropertyOf(shown.widget, xpProperty_MainWindowHasCloseBoxes), 1);
+    EXPECT_EQ(simhost::widgetProperty(shown.widget, xpProperty_MainWindowHasCloseBoxes), 1);
 
     // Centred on a fixed 1024 x 768 screen, whatever the host's.
     HV_Window window(nullptr, nullptr, 200, "Move", false, true);
@@ -25,23 +25,22 @@ TEST_F(WindowTest, GeometryCentringAndMoving) {
     EXPECT_EQ(GeometryOf(window.widget), (Rect{100, 600, 400, 400}));
     EXPECT_EQ(GeometryOf(button->widget).left - buttonBefore.left, 100 - 362);
     EXPECT_EQ(GeometryOf(button->widget).top - buttonBefore.top, 600 - 484);
-}
 
-TEST_F(WindowTest, PackFitsTheHeightWithoutMovingTheControls) {
-    HV_Window window(nullptr, nullptr, 200, "Pack", false, true);
+    // Packing fits the height without moving the controls.
+    HV_Window packed(nullptr, nullptr, 200, "Pack", false, true);
     auto* panel = new HV_Panel(nullptr, false, 0, nullptr, true, true);
-    ASSERT_TRUE(window.AddChild(panel));
+    ASSERT_TRUE(packed.AddChild(panel));
     auto* text = new HV_CtrlText("line", kAlignLeft, true);
     ASSERT_TRUE(panel->AddChild(text, 0));
     const Rect textBefore = GeometryOf(text->widget);
-    window.Pack();
+    packed.Pack();
     // Root panel height = top - lowest bottom + margin; the window adds twice the margin and its
     // 22-pixel title bar.
-    const int rootHeight = window.rootPanel->top - window.rootPanel->lowestBottom + window.rootPanel->margeY;
-    EXPECT_EQ(window.rootPanel->bottom, rootHeight);
-    EXPECT_EQ(GeometryOf(window.widget), (Rect{50, 768, 250, 768 - rootHeight - 2 - 22}));
+    const int rootHeight = packed.rootPanel->top - packed.rootPanel->lowestBottom + packed.rootPanel->margeY;
+    EXPECT_EQ(packed.rootPanel->bottom, rootHeight);
+    EXPECT_EQ(GeometryOf(packed.widget), (Rect{50, 768, 250, 768 - rootHeight - 2 - 22}));
     EXPECT_EQ(GeometryOf(text->widget), textBefore);
-    EXPECT_FALSE(window.packing);
+    EXPECT_FALSE(packed.packing);
 }
 
 TEST_F(WindowTest, TheHandlerGetsEachPressedControlButNothingFromADisabledOne) {
