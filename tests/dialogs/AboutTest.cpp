@@ -25,15 +25,10 @@ TEST_F(AboutTest, CreditsFollowTheHostVersionAndAMissingLogoLeavesAnEmptyPicture
     simhost::WidgetHandle window = ShownWindow("About Kalvora...");
     ASSERT_NE(window, nullptr);
     EXPECT_NE(simhost::findWidget("Special thanks to:", window), nullptr);
-    EXPECT_EQ(simhost::findWidgets(
-                  [](const simhost::WidgetInfo& w) {
-                      const std::string& d = w.descriptor;
-                      return d.size() > 8 && d.compare(d.size() - 8, 8, "v1.2.2b3") == 0;
-                  },
-                  window)
-                  .size(),
-              1u)
-        << "one version line";
+    const auto versionLine = [](const simhost::WidgetInfo& w) {
+        return w.descriptor.find("v1.2.2b3") != std::string::npos;
+    };
+    EXPECT_EQ(simhost::findWidgets(versionLine, window).size(), 1u) << "one version line";
     // The in-process plug-in has no folder, so there is no Bitmaps/KLVlogo.png to find.
     EXPECT_EQ(gAbout->logo->textureID, 0);
     simhost::WidgetInfo info;

@@ -8,13 +8,12 @@
 namespace kalvora_test {
 namespace {
 
-class PrefsDialogTest : public DialogsTest {
-protected:
-    PrefsDialog* Open() {
-        OpenPrefsDialog();
-        return myPrefsDialog;
-    }
-};
+using PrefsDialogTest = DialogsTest;
+
+PrefsDialog* Open() {
+    OpenPrefsDialog();
+    return myPrefsDialog;
+}
 
 TEST_F(PrefsDialogTest, TheWindowShowsThePreferencesDefaultsApplyAtOnceAndCancelKeepsOnlyTheSlider) {
     PrefDrawTruck = false;
