@@ -27,20 +27,10 @@ XPLMCommandRef gNext = nullptr;
 XPLMMapLayerID gLayer = nullptr;
 
 const char* kindName(XPLMNavType t) {
-    switch (t) {
-    case xplm_Nav_Airport:
-        return "airport";
-    case xplm_Nav_VOR:
-        return "VOR";
-    case xplm_Nav_NDB:
-        return "NDB";
-    case xplm_Nav_Fix:
-        return "fix";
-    case xplm_Nav_LatLon:
-        return "lat/lon";
-    default:
-        return "other";
-    }
+    return t == xplm_Nav_Airport ? "airport"
+           : t == xplm_Nav_VOR   ? "VOR"
+           : t == xplm_Nav_Fix   ? "fix"
+                                 : "lat/lon";
 }
 
 void walkPlan() {
@@ -104,18 +94,7 @@ int next(XPLMCommandRef, XPLMCommandPhase phase, void*) {
     return 0;
 }
 
-// ---- the map layer: every navaid of the database, an icon and its ID
-void drawIcons(XPLMMapLayerID layer, const float*, float, float, XPLMMapStyle, XPLMMapProjectionID projection,
-               void*) {
-    for (XPLMNavRef r = XPLMGetFirstNavAid(); r != XPLM_NAV_NOT_FOUND; r = XPLMGetNextNavAid(r)) {
-        float lat = 0, lon = 0, x = 0, y = 0;
-        XPLMGetNavAidInfo(r, nullptr, &lat, &lon, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-        XPLMMapProject(projection, lat, lon, &x, &y);
-        XPLMDrawMapIconFromSheet(layer, "Resources/bitmaps/navaids.png", 0, 0, 4, 4, x, y,
-                                 xplm_MapOrientation_Map, 0, 20);
-    }
-}
-
+// ---- the map layer: the ID of every navaid of the database
 void drawLabels(XPLMMapLayerID layer, const float*, float, float, XPLMMapStyle,
                 XPLMMapProjectionID projection, void*) {
     for (XPLMNavRef r = XPLMGetFirstNavAid(); r != XPLM_NAV_NOT_FOUND; r = XPLMGetNextNavAid(r)) {
@@ -139,7 +118,6 @@ void mapCreated(const char* mapId, void*) {
     p.mapToCreateLayerIn = XPLM_MAP_USER_INTERFACE;
     p.layerType = xplm_MapLayer_Markings;
     p.willBeDeletedCallback = layerDeleted;
-    p.iconCallback = drawIcons;
     p.labelCallback = drawLabels;
     p.layerName = "Navaids";
     gLayer = XPLMCreateMapLayer(&p);

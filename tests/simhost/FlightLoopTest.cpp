@@ -1,5 +1,5 @@
-// Flight loops: interval encoding (seconds, frames, inactive), the three
-// time/counter parameters, created loops, and (un)registration from inside.
+// Flight loops: frame intervals, inactive loops, created loops by phase, and
+// (un)registration from inside a loop.
 #include "SimhostFixture.h"
 
 #include "XPLMProcessing.h"
@@ -50,20 +50,6 @@ TEST_F(FlightLoops, NegativeIntervalsCountFramesZeroIsInactiveAndEachRefconIsALo
     EXPECT_EQ(host->registrations(me).size(), 3u);
 }
 
-TEST_F(FlightLoops, PositiveIntervalIsSecondsAndNeverEarly) {
-    Calls c;
-    c.next = 0.1f; // six frames at 60 fps
-    XPLMRegisterFlightLoopCallback(loop, 0.25f, &c);
-    host->runFor(0.6);
-    ASSERT_GE(c.frames.size(), 3u);
-    EXPECT_EQ(c.frames[0], 15); // 0.25 s
-    EXPECT_EQ(c.frames[1], 21);
-    EXPECT_EQ(c.frames[2], 27);
-    EXPECT_NEAR(c.sinceLast[0], 0.25f, 1e-4);
-    EXPECT_NEAR(c.sinceLast[1], 0.1f, 1e-4);
-    EXPECT_NEAR(c.sinceAny[1], 1.0f / 60, 1e-4);
-}
-
 TEST_F(FlightLoops, CreatedLoopsStartUnscheduledAndRunByPhase) {
     Calls before, after;
     after.next = -2;
@@ -106,26 +92,6 @@ TEST_F(FlightLoops, RegisteringAndUnregisteringFromInsideACallbackIsSafe) {
     host->runFrames(3);
     EXPECT_EQ(s.runs, 1);
     EXPECT_EQ(s.newcomer.frames, (std::vector<int>{2, 3})); // from the next frame on
-}
-
-TEST_F(FlightLoops, APausedSimRunsLoopsOnTheWallClockADisabledPluginsLoopsWait) {
-    Calls c;
-    XPLMRegisterFlightLoopCallback(loop, -1, &c);
-    host->setPaused(true);
-    EXPECT_EQ(host->geti("sim/time/paused"), 1);
-    host->runFrames(30);
-    EXPECT_EQ(c.frames.size(), 30u);
-    EXPECT_DOUBLE_EQ(host->simTime(), 0.0);
-    EXPECT_NEAR(XPLMGetElapsedTime(), 0.5f, 1e-4);
-    host->setPaused(false);
-    host->runFrames(30);
-    EXPECT_NEAR(host->simTime(), 0.5, 1e-9);
-    host->disablePlugin(me);
-    host->runFrames(3);
-    EXPECT_EQ(c.frames.size(), 60u);
-    host->enablePlugin(me);
-    host->runFrames(1);
-    EXPECT_EQ(c.frames.size(), 61u);
 }
 
 } // namespace

@@ -98,25 +98,4 @@ TEST_F(Menus, IndicesArePerPluginInASharedMenu) {
     EXPECT_EQ(host->menuCheck("Plugins/Theirs 0"), 0);
 }
 
-TEST_F(Menus, RemoveRenameClearDestroyAndBadParents) {
-    Picks picks;
-    XPLMMenuID m = buildDemo(picks);
-    XPLMRemoveMenuItem(m, 0); // later items move up
-    XPLMSetMenuItemName(m, 1, "Ground power", 0);
-    EXPECT_EQ(host->menuItems("Plugins/Demo"),
-              (std::vector<std::string>{"-", "Ground power", "Push straight back", "Trucks"}));
-    XPLMClearAllMenuItems(m);
-    EXPECT_TRUE(host->menuItems("Plugins/Demo").empty());
-    XPLMDestroyMenu(m);
-    EXPECT_EQ(host->menuItems("Plugins"), (std::vector<std::string>{"Demo"}));
-    EXPECT_FALSE(host->pickMenu("Plugins/Demo/Push straight back"));
-    EXPECT_EQ(XPLMAppendMenuItem(m, "After destroy", nullptr, 0), -1);
-    // Bad parents and names are refused; a menu without a parent is a top-level one.
-    EXPECT_EQ(XPLMCreateMenu("", nullptr, 0, nullptr, nullptr), nullptr);
-    EXPECT_EQ(XPLMCreateMenu("Orphan", XPLMFindPluginsMenu(), 7, nullptr, nullptr), nullptr);
-    EXPECT_EQ(XPLMFindAircraftMenu(), nullptr);
-    XPLMAppendMenuItem(XPLMCreateMenu("Tools", nullptr, 0, onPick, nullptr), "Measure", nullptr, 0);
-    EXPECT_EQ(host->menuItems("Tools"), (std::vector<std::string>{"Measure"}));
-}
-
 } // namespace

@@ -5,7 +5,6 @@
 #include "XPLMUtilities.h"
 #include "XPLMWeather.h"
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -34,12 +33,6 @@ TEST_F(Services, WeatherComesFromTheHostStateOrTheNearestPluginReport) {
     EXPECT_EQ(XPLMGetWeatherAtLocation(kLat + 5, kLon, 0, &info), 0); // far from any airport: still filled
     EXPECT_NEAR(info.temperature_alt, 20, 0.01);
 
-    // A caller with the first version of the struct gets only that much written.
-    std::vector<unsigned char> v1(sizeof(XPLMWeatherInfo_t), 0xAB);
-    const int v1Bytes = static_cast<int>(offsetof(XPLMWeatherInfo_t, temp_layers));
-    std::memcpy(v1.data(), &v1Bytes, sizeof v1Bytes);
-    XPLMGetWeatherAtLocation(kLat, kLon, 0, reinterpret_cast<XPLMWeatherInfo_t*>(v1.data()));
-    EXPECT_EQ(v1[static_cast<size_t>(v1Bytes)], 0xAB);
     // A plug-in's report wins within its radius; a full update drops its earlier ones.
     XPLMWeatherInfo_t mine = info;
     mine.temperature_alt = -3;
