@@ -1,6 +1,5 @@
 // The widget utilities' helper macros read the structures that widget message
-// parameters point to, test rectangles with +y up and count creation tables.
-#include "XPStandardWidgets.h"
+// parameters point to and test rectangles with +y up.
 #include "XPWidgetUtils.h"
 
 #include <gtest/gtest.h>
@@ -26,12 +25,4 @@ TEST(SdkWidgetMacros, ReadTheParametersOfWidgetMessagesAndTestRectangles) {
     for (const auto& outside : {std::pair{9, 35}, {41, 35}, {25, 51}, {25, 19}})
         EXPECT_FALSE(IN_RECT(outside.first, outside.second, 10, 50, 40, 20))
             << outside.first << "," << outside.second;
-
-    const XPWidgetCreate_t dialog[] = {
-        {100, 400, 300, 200, 1, "Dialog", 1, NO_PARENT, xpWidgetClass_MainWindow},
-        {110, 320, 200, 300, 1, "OK", 0, PARAM_PARENT, xpWidgetClass_Button},
-    };
-    EXPECT_EQ(WIDGET_COUNT(dialog), 2);
-    EXPECT_EQ(dialog[0].containerIndex, -1);
-    EXPECT_EQ(dialog[1].containerIndex, -2);
 }
