@@ -104,25 +104,22 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     gUserX = XPLMFindDataRef("sim/flightmodel/position/local_x");
     gUserY = XPLMFindDataRef("sim/flightmodel/position/local_y");
     gUserZ = XPLMFindDataRef("sim/flightmodel/position/local_z");
-    bool found = gUserX && gUserY && gUserZ;
     for (int i = 1; i < kPlanes; ++i) {
         const std::string plane = "sim/multiplayer/position/plane" + std::to_string(i) + "_";
         gPlaneX[i] = XPLMFindDataRef((plane + "x").c_str());
         gPlaneY[i] = XPLMFindDataRef((plane + "y").c_str());
         gPlaneZ[i] = XPLMFindDataRef((plane + "z").c_str());
-        found = found && gPlaneX[i] && gPlaneY[i] && gPlaneZ[i];
     }
     gOverride = XPLMFindDataRef("sim/operation/override/override_TCAS");
     gTargetX = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/x");
     gTargetY = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/y");
     gTargetZ = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/z");
-    found = found && gOverride && gTargetX && gTargetY && gTargetZ;
     publishInt("traffic/acquired", &gAcquired);
     publishFloat("traffic/lowest_agl", &gLowestAgl);
     publishInt("traffic/tcas_override", &gTcasOverride);
     gProbe = XPLMCreateProbe(xplm_ProbeY);
     XPLMRegisterFlightLoopCallback(watch, -1, nullptr);
-    return found ? 1 : 0;
+    return 1;
 }
 
 PLUGIN_API void XPluginStop(void) {

@@ -64,8 +64,6 @@ TEST_F(Services, DirectoryContentsFillTheBufferAndIndexAsFarAsTheyFit) {
     EXPECT_STREQ(index[0], "a.txt");
     EXPECT_STREQ(index[3], "sub");
     EXPECT_EQ(index[4], nullptr);
-    EXPECT_EQ(index[3], names + 18); // names run one after another: 3 x "?.txt\0", then "sub\0"
-    EXPECT_EQ(names[22], '\0');      // and the empty name
 
     // From the third on, into a buffer with room for one name.
     char small[8];
