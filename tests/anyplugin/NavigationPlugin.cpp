@@ -3,7 +3,7 @@
 // airport), walks the plan into Log.txt, logs the airport's METAR, and marks
 // the navaids on the map with a layer of its own. A command flies to the next
 // waypoint.
-// Published: nav/entries, nav/gps_destination (navaid ref), nav/layers_deleted.
+// Published: nav/gps_destination (navaid ref), nav/layers_deleted.
 #include "PluginSupport.h"
 
 #include "XPLMDataAccess.h"
@@ -19,7 +19,7 @@ using namespace plugin_support;
 namespace {
 
 constexpr int kCruiseFt = 5000;
-int gEntries = 0, gGpsDestination = XPLM_NAV_NOT_FOUND, gLayersDeleted = 0;
+int gGpsDestination = XPLM_NAV_NOT_FOUND, gLayersDeleted = 0;
 XPLMCommandRef gNext = nullptr;
 XPLMMapLayerID gLayer = nullptr;
 
@@ -31,8 +31,7 @@ const char* kindName(XPLMNavType t) {
 }
 
 void walkPlan() {
-    gEntries = XPLMCountFMSEntries();
-    for (int i = 0; i < gEntries; ++i) {
+    for (int i = 0; i < XPLMCountFMSEntries(); ++i) {
         XPLMNavType type = xplm_Nav_Unknown;
         char id[32] = {};
         XPLMNavRef ref = XPLM_NAV_NOT_FOUND;
@@ -118,7 +117,6 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     std::strcpy(outName, "Navigation");
     std::strcpy(outSig, "anyplugin.test.navigation");
     std::strcpy(outDesc, "programs and walks the FMS, and marks navaids on the map");
-    publishInt("nav/entries", &gEntries);
     publishInt("nav/gps_destination", &gGpsDestination);
     publishInt("nav/layers_deleted", &gLayersDeleted);
     gNext = XPLMCreateCommand("navigation/next_waypoint", "Flies to the next FMS waypoint");

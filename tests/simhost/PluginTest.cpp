@@ -10,44 +10,28 @@
 #include "XPLMProcessing.h"
 #include "XPLMUtilities.h"
 
-#include <filesystem>
-
 namespace {
 
 using Plugins = SimhostTest;
 
-// Registrations made by a plug-in, dropped on unload.
-float idle(float, float, int, void*) {
-    return -1;
-}
-int drawNothing(XPLMDrawingPhase, int, void*) {
-    return 1;
-}
-int sniff(char, XPLMKeyFlags, char, void*) {
-    return 1;
-}
-void hot(void*) {}
-int readZero(void*) {
-    return 3;
-}
-int handler(XPLMCommandRef, XPLMCommandPhase, void*) {
-    return 1;
-}
-
+// Registrations of every kind, made by a plug-in and dropped when it unloads.
 TEST_F(Plugins, UnloadDropsEverythingAndReportsLeftovers) {
     const int other = addOther("test.leaky");
     host->setDirectCaller(other);
-    XPLMRegisterFlightLoopCallback(idle, -1, nullptr);
-    XPLMRegisterDrawCallback(drawNothing, xplm_Phase_Window, 0, nullptr);
-    XPLMRegisterKeySniffer(sniff, 1, nullptr);
-    XPLMRegisterHotKey(XPLM_VK_F8, xplm_DownFlag, "leaky key", hot, nullptr);
+    XPLMRegisterFlightLoopCallback([](float, float, int, void*) { return -1.0f; }, -1, nullptr);
+    XPLMRegisterDrawCallback([](XPLMDrawingPhase, int, void*) { return 1; }, xplm_Phase_Window, 0, nullptr);
+    XPLMRegisterKeySniffer([](char, XPLMKeyFlags, char, void*) { return 1; }, 1, nullptr);
+    XPLMRegisterHotKey(
+        XPLM_VK_F8, xplm_DownFlag, "leaky key", [](void*) {}, nullptr);
     XPLMCreateWindow(0, 100, 100, 0, 1, nullptr, nullptr, nullptr, nullptr);
-    XPLMDataRef r = XPLMRegisterDataAccessor("test/leaky", xplmType_Int, 0, readZero, nullptr, nullptr,
-                                             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                             nullptr, nullptr, nullptr, nullptr);
+    XPLMDataRef r = XPLMRegisterDataAccessor(
+        "test/leaky", xplmType_Int, 0, [](void*) { return 3; }, nullptr, nullptr, nullptr, nullptr, nullptr,
+        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
     int item = XPLMAppendMenuItem(XPLMFindPluginsMenu(), "Leaky", nullptr, 0);
     XPLMCreateMenu("Leaky", XPLMFindPluginsMenu(), item, nullptr, nullptr);
-    XPLMRegisterCommandHandler(XPLMFindCommand("sim/view/chase"), handler, 1, nullptr);
+    XPLMRegisterCommandHandler(
+        XPLMFindCommand("sim/view/chase"), [](XPLMCommandRef, XPLMCommandPhase, void*) { return 1; }, 1,
+        nullptr);
     host->setDirectCaller(me);
 
     const auto regs = host->registrations(other);
