@@ -1,5 +1,5 @@
 // The "Kalvora" menu as a user sees and uses it: its items, the manoeuvres,
-// the refusals, "Stop PushBack!", the truck-view key, and choosing a truck.
+// the refusals, "Stop PushBack!", and choosing a truck.
 #include "support/InstalledPlugin.h"
 
 #include <algorithm>
@@ -100,29 +100,6 @@ TEST_F(MenuTest, ManoeuvresAreAnnouncedRefusedAndStoppedAsTheUserSeesThem) {
     host->runFor(3);
     EXPECT_EQ(host->geti(kStatus), 0);
     EXPECT_NEAR(Moved(), stoppedAt, 1e-6);
-}
-
-TEST_F(MenuTest, TheHotKeyOfThePreferencesOpensTheTruckView) {
-    constexpr int kF11 = 0x7A; // virtual key codes
-    constexpr int kF12 = 0x7B; // the default truck-view key
-    Load();
-    host->pressKey(kF12);
-    host->runFrames(2);
-    EXPECT_TRUE(host->camera().controlled);
-    EXPECT_EQ(host->camera().controllerPluginId, kalvora);
-
-    // Another key from the preferences file, taken at the next start.
-    Unload();
-    std::string prefs = ReadFile(PrefsPath());
-    prefs.replace(prefs.find("TruckView_KEY=123"), 17, "TruckView_KEY=122");
-    WritePreferences(prefs);
-    Load();
-    host->pressKey(kF12);
-    host->runFrames(2);
-    EXPECT_FALSE(host->camera().controlled);
-    host->pressKey(kF11);
-    host->runFrames(2);
-    EXPECT_TRUE(host->camera().controlled);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // Placing the aircraft: the quaternion and its inverse, the host following
-// what is written, the heading/pitch towards the aircraft, nose-wheel steering
-// and the joystick override.
+// what is written, nose-wheel steering and the joystick override.
 #include "../core/AppFixture.h"
 
 #include "XPLMDataAccess.h"
@@ -48,17 +47,6 @@ TEST_F(AircraftPlacement, ApplyPositionMovesTheAircraftAndTheHostFollowsTheQuate
     EXPECT_NEAR(HeadingDiff(Psi(), 80.0), 0.0, 1e-3);
     EXPECT_NEAR(host->getf("sim/flightmodel/position/theta"), 4.0, 1e-3);
     EXPECT_NEAR(host->getf("sim/flightmodel/position/phi"), -2.0, 1e-3);
-}
-
-TEST_F(AircraftPlacement, HeadingPitchToPlaneLooksAtTheAircraft) {
-    const double px = X(), py = host->getf("sim/flightmodel/position/local_y"), pz = Z();
-    float heading = 0, pitch = 0;
-    HeadingPitchToPlane(px, py, pz - 10.0, &heading, &pitch); // from 10 m north
-    EXPECT_NEAR(HeadingDiff(heading, 180.0), 0.0, 1e-4);
-    EXPECT_NEAR(pitch, 0.0, 1e-4);
-    HeadingPitchToPlane(px + 10.0, py - 2.0, pz, &heading, &pitch); // from 10 m east, 2 m lower
-    EXPECT_NEAR(heading, -90.0, 1e-4) << "not wrapped into 0..360";
-    EXPECT_NEAR(pitch, std::atan(0.2) * 180.0 / M_PI, 1e-4);
 }
 
 TEST_F(AircraftPlacement, NoseWheelSteeringRampsToItsLimitOnlyWithAJoystick) {

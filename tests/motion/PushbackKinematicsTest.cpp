@@ -300,14 +300,5 @@ TEST_F(PushbackKinematics, ApronElevationIsTheTowingGearMinusLegAndTyre) {
     EXPECT_NEAR(elevation, gy - (leg + tyre), 1e-5);
 }
 
-TEST_F(PushbackKinematics, RotationRateAdjustment) {
-    PrefTruckSpeed = 10.0f;
-    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 80.0f, 6.0f), 6.05f); // wide angle: speed up
-    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 10.0f, 6.0f), 5.9f);  // narrow angle: slow down
-    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 10.0f, 4.0f), 5.0f);  // ... not below 5
-    EXPECT_FLOAT_EQ(AdjustRotationRate(0.0f, 45.0f, 6.0f), 10.0f); // in between: the setting
-    EXPECT_FLOAT_EQ(AdjustRotationRate(10.0f, 0.0f, 6.0f), 5.9f);  // 350 folds back to 10
-}
-
 } // namespace
 } // namespace kalvora_test

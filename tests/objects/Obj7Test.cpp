@@ -85,24 +85,3 @@ TEST(Obj7ToObj8, StripsAndFansTriangulate) {
         EXPECT_GT(turn * firstTurn, 0.0f) << "strip triangle " << t;
     }
 }
-
-TEST(Obj7ToObj8, HardQuadsAreWrappedLinesAndLightsPooled) {
-    const XObj8 out = Converted("ATTR_LOD 0 500\nquad_hard\n0 0 0 0 0\n1 0 0 1 0\n1 0 1 1 1\n0 0 1 0 1\n"
-                                "quad_hard\n0 1 0 0 0\n1 1 0 1 0\n1 1 1 1 1\n0 1 1 0 1\n"
-                                "quad_cockpit\n0 2 0 0 0\n1 2 0 1 0\n1 2 1 1 1\n0 2 1 0 1\n"
-                                "line\n0 0 0 5 5 5\n0 9 0 5 5 5\nline\n1 0 0 10 0 0\n1 9 0 10 0 0\n"
-                                "light\n1 2 3 10 1 1\nlight\n4 5 6 10 1 1\nsmoke_white 0 35 0 2\n"
-                                "ATTR_LOD 500 2000\ntri\n0 0 0 0 0\n1 0 0 0 0\n0 1 0 0 0\n");
-    ASSERT_EQ(out.lods.size(), 2u);
-    EXPECT_EQ(out.lods[0].lodFar, 500.0f);
-    EXPECT_EQ(out.lods[1].lodNear, 500.0f);
-    std::vector<int> ids;
-    for (const XObjCmd8& c : out.lods[0].cmds)
-        ids.push_back(c.id);
-    EXPECT_EQ(ids, (std::vector<int>{attr_Hard, obj8_Tris, attr_No_Hard, attr_Cockpit, obj8_Tris,
-                                     attr_No_Cockpit, obj8_Lines, obj8_Lights, obj_Smoke_White}));
-    EXPECT_EQ(out.lods[0].cmds[1].idxCount, 12);
-    EXPECT_EQ(out.geoLines.count(), 4);
-    EXPECT_FLOAT_EQ(out.geoLines.get(2)[3], 1.0f); // colours from 0..10 to 0..1
-    EXPECT_FLOAT_EQ(out.geoLights.get(1)[4], 0.1f);
-}

@@ -26,16 +26,3 @@ TEST(KeyValueReader, FindsValuesUpToTheLineEndAnywhereInALine) {
     EXPECT_EQ(reader.GetValueString("B=lastX", nullptr), nullptr);
     EXPECT_STREQ(reader.GetValueString("Colour=", "none"), "none");
 }
-
-TEST(KeyValueReader, MissingEmptyOrFolderPathAnswersDefaults) {
-    TempFolder dir;
-    for (const std::string& path : {dir.file("absent"), std::string(), dir.path(), dir.write("empty", "")}) {
-        HV_ReadHalvernFile reader(path.c_str());
-        EXPECT_STREQ(reader.GetValueString("A=", "def"), "def") << path;
-        EXPECT_STREQ(reader.GetValueString("", "def"), "def") << path;
-        EXPECT_EQ(reader.GetCountValueOf("A"), 0) << path;
-    }
-    HV_ReadHalvernFile nullPath(nullptr);
-    EXPECT_FALSE(nullPath.HasData());
-    EXPECT_STREQ(nullPath.GetValueString(nullptr, "def"), "def");
-}
