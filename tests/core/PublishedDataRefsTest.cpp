@@ -58,12 +58,6 @@ TEST_F(PublishedDataRefs, AreWritableWithTheirTypesAndCarryThePluginsValuesBothW
         EXPECT_EQ(*p.global, -3.25);
         EXPECT_EQ(XPLMGetDatai(ref), 0) << "wrong-typed access reads nothing";
     }
-    XPLMDataRef heading = XPLMFindDataRef("halvern/kalvora/truck/position_hdg");
-    EXPECT_EQ(XPLMGetDataRefTypes(heading), xplmType_Float);
-    myTruckHeading = 271.25f;
-    EXPECT_FLOAT_EQ(XPLMGetDataf(heading), 271.25f);
-    XPLMSetDataf(heading, 45.5f);
-    EXPECT_FLOAT_EQ(myTruckHeading, 45.5f);
 }
 
 TEST_F(PublishedDataRefs, UnregisteringRemovesEveryOne) {

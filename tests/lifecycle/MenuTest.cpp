@@ -49,17 +49,6 @@ TEST_F(MenuTest, ManoeuvresAreAnnouncedRefusedAndStoppedAsTheUserSeesThem) {
     host->runFrames(10);
     EXPECT_EQ(simhost::findWidget("Warning..."), nullptr) << "harmless when idle";
 
-    host->aircraft().engineRunning[0] = true;
-    host->runFrames(2);
-    ASSERT_TRUE(Pick("Push straight back"));
-    EXPECT_FALSE(DialogTexts("Warning...").empty()) << "running engines refuse the start";
-    ASSERT_TRUE(simhost::clickWidget(*host, simhost::findWidget("OK", simhost::findWidget("Warning..."))));
-    host->runFor(5);
-    EXPECT_EQ(Said("ready to push back"), 0);
-    EXPECT_EQ(host->geti(kStatus), 0);
-    host->aircraft().engineRunning[0] = false;
-    host->runFrames(2);
-
     host->removeCommand("sim/view/still_spot"); // a host from before the command API
     const std::pair<const char*, const char*> announced[] = {{"Push straight back", "push back straight"},
                                                              {"Turn tail right", "push back tail right"},

@@ -1,4 +1,4 @@
-// The keyword table's lookups and the point pool's sharing rules, which the readers and converters build on.
+// The keyword table's lookups, which the readers and writers build on.
 #include "objects/ObjModel.h"
 
 #include <gtest/gtest.h>
@@ -18,16 +18,4 @@ TEST(ObjCmdTable, EveryCommandHasAFirstSpellingValidInSomeGeneration) {
         EXPECT_EQ(FindIndexForCmd(outside), gCmdCount) << outside;
     EXPECT_EQ(FindObjCmd("TRIS", false), gCmdCount) << "an OBJ8 word in OBJ7";
     EXPECT_EQ(FindObjCmd("ATTR_LOD ", true), gCmdCount) << "lookups are exact";
-}
-
-TEST(ObjPointPool, AppendNeverSharesAccumulateSharesOnlyIndexedPoints) {
-    ObjPointPool pool;
-    pool.clear(6);
-    const float p[6] = {1, 2, 3, 4, 5, 6}, q[6] = {1, 2, 3, 4, 5, 6.0001f};
-    EXPECT_EQ(pool.append(p), 0);
-    EXPECT_EQ(pool.append(p), 1);
-    EXPECT_EQ(pool.accumulate(p), 0);
-    EXPECT_EQ(pool.accumulate(q), 2); // any float differing makes a new point
-    EXPECT_EQ(pool.accumulate(q), 2);
-    EXPECT_EQ(pool.count(), 3);
 }

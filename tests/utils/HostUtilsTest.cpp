@@ -6,19 +6,12 @@
 
 #include "support/TempFolder.h"
 
-#include "XPLMDataAccess.h"
-#include "XPLMDisplay.h"
-#include "XPLMMenus.h"
-
 #include <simhost/Simhost.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <sstream>
 #include <string>
-#include <vector>
 
 using kalvora_test::ReadFile;
 using kalvora_test::TempFolder;
@@ -43,22 +36,12 @@ protected:
         HV_LOGUtils::SetPlugInName("");
     }
 
-    /// Number of top-level menus with the given name.
-    int TopMenusNamed(const std::string& name) const {
-        std::istringstream tree(host.menuTree());
-        int count = 0;
-        for (std::string line; std::getline(tree, line);)
-            if (line == name) ++count;
-        return count;
-    }
-
     /// Loads the probe plug-in; its paths come back through the log.
-    int LoadProbe() {
+    void LoadProbe() {
         std::string error;
         const int id = host.loadPlugin(KALVORA_UTILS_PROBE_PLUGIN, &error);
         EXPECT_GE(id, 0) << error;
         host.setDirectCaller(me);
-        return id;
     }
 
     /// The path the probe reported for a kind.
@@ -75,29 +58,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(HostUtils, MenuCreatedByAnotherPluginIsJoinedWithoutPublishingIt) {
-    const int probe = LoadProbe();
-    XPLMAppendMenuItem(HV_GNLUtils::GetHVMenuID(), "Mine", nullptr, 0);
-    EXPECT_EQ(TopMenusNamed("HV__Team"), 1) << host.menuTree();
-    EXPECT_EQ(host.menuItems("HV__Team"), (std::vector<std::string>{"Probe item", "Mine"}));
-    for (const std::string& registration : host.registrations(me))
-        EXPECT_EQ(registration.find("HalvernTeam"), std::string::npos) << registration;
-    host.unloadPlugin(probe);
-}
-
-TEST_F(HostUtils, SharedMenuIsPublishedOnceAndReleaseWithdrawsItAndItsDataRef) {
-    XPLMMenuID menu = HV_GNLUtils::GetHVMenuID();
-    ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(HV_GNLUtils::GetHVMenuID(), menu);
-    EXPECT_EQ(host.geti("HalvernTeam/Common/Menu"), static_cast<int>(reinterpret_cast<intptr_t>(menu)));
-    HV_GNLUtils::StartModifierSniffer();
-    EXPECT_FALSE(host.registrations(me).empty());
-    HV_GNLUtils::ReleaseHostBindings();
-    EXPECT_FALSE(XPLMIsDataRefGood(XPLMFindDataRef("HalvernTeam/Common/Menu")));
-    EXPECT_EQ(TopMenusNamed("HV__Team"), 0) << host.menuTree();
-    EXPECT_TRUE(host.registrations(me).empty()) << ::testing::PrintToString(host.registrations(me));
-}
 
 TEST_F(HostUtils, PathKindsInTheSandboxShareOneBuffer) {
     LoadProbe();
@@ -150,13 +110,6 @@ TEST_F(HostUtils, LogFileIsErasedThenAppendedCutToALineAndPercentSignsAreSafe) {
     EXPECT_NE(HV_LOGUtils::SetLogFilePath(dir.file("absent.log").c_str(), 1, true), 0); // nothing to erase
 }
 
-TEST_F(HostUtils, MagneticDerivationComesFromTheHeadingDataRefs) {
-    host.set("sim/flightmodel/position/psi", 100.0);
-    host.set("sim/flightmodel/position/magpsi", 97.3);
-    EXPECT_NEAR(HV_MathUtils::UTIL_HeadingGetMagneticDerivation(), -2.7f, 1e-4);
-    EXPECT_NEAR(HV_MathUtils::UTIL_HeadingGetMagneticFromTrue(100), 102.7f, 1e-4);
-}
-
 TEST_F(HostUtils, ClockStartsAtZeroAndFollowsTheHostsElapsedTime) {
     host.runFor(1.5);
     const double start = host.wallTime();
@@ -164,15 +117,4 @@ TEST_F(HostUtils, ClockStartsAtZeroAndFollowsTheHostsElapsedTime) {
     host.runFor(2.0);
     EXPECT_NEAR(GetTimePrecise(), host.wallTime() - start, 1e-3);
     EXPECT_GT(GetTimePrecise(), 1.9);
-}
-
-TEST_F(HostUtils, ModifiersOfTheLastKeyEvent) {
-    HV_GNLUtils::StartModifierSniffer();
-    host.pressKey('A', xplm_ShiftFlag | xplm_ControlFlag, 'a');
-    EXPECT_EQ(HV_GNLUtils::XPLMGetCurrentKeyModifiers(), xplm_ShiftFlag | xplm_ControlFlag);
-    host.pressKey('C', 0, 'c');
-    EXPECT_EQ(HV_GNLUtils::XPLMGetCurrentKeyModifiers(), 0);
-    HV_GNLUtils::StopModifierSniffer();
-    host.pressKey('D', xplm_ShiftFlag, 'd');
-    EXPECT_EQ(HV_GNLUtils::XPLMGetCurrentKeyModifiers(), 0);
 }

@@ -41,11 +41,8 @@ TEST(NavigationMath, GreatCircleDistancesInNauticalMilesAndCourses) {
     EXPECT_FLOAT_EQ(Math_Get3DDistance(1, 2, 3, 4, 6, 3), 5.0f);
 }
 
-TEST(NavigationMath, HeadingsWrapOnceAndFlatHeadingsLieInMinus360To0) {
+TEST(NavigationMath, HeadingsWrapOnce) {
     const float wraps[][2] = {{-10, 350}, {725, 365}, {360, 0}, {0, 0}, {-400, -40}, {359.5f, 359.5f}};
     for (const auto& w : wraps)
         EXPECT_FLOAT_EQ(UTIL_Heading0_2_360(w[0]), w[1]) << w[0];
-    EXPECT_NEAR(Math_GetFlatHeading(0, 0, 0, -10), 0.0f, 1e-4);    // towards -z: north
-    EXPECT_NEAR(Math_GetFlatHeading(0, 0, 10, 0), -270.0f, 1e-4);  // towards +x: east
-    EXPECT_NEAR(Math_GetFlatHeading(5, 5, 15, -5), -315.0f, 1e-4); // north-east
 }
