@@ -138,34 +138,6 @@ TEST_F(PushbackKinematics, EveryStraightPushEndsWhateverTheNoiseOfTheHeadingRead
     }
 }
 
-TEST_F(PushbackKinematics, TurnsEndInTheFramesTheyAlwaysDid) {
-    // Frames to the end of a turn, recorded before straight pushes learnt to ignore the noise of the
-    // heading read back; plain turns start in phase 2, automated ones with the straight leg.
-    const struct {
-        const char* aircraft;
-        double fps;
-        double heading;
-        int dir, phase, frames;
-    } cases[] = {
-        {"A320", 30, 10.0, kRotateTailLeft, kPhaseTurn, 601},
-        {"A320", 60, 200.25, kRotateTailRight, kPhaseTurn, 597},
-        {"A320", 120, 135.5, kRotateTailRight, kPhaseStraightLeg, 729},
-        {"B738", 60, 0.0, kRotateTailLeft, kPhaseStraightLeg, 742},
-        {"B744", 120, 100.0, kRotateTailLeft, kPhaseStraightLeg, 864},
-        {"C172", 30, 359.9, kRotateTailRight, kPhaseStraightLeg, 632},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.aircraft << " " << c.fps << " fps from " << c.heading << " dir "
-                                        << c.dir << " phase " << c.phase);
-        simhost::HostOptions options;
-        options.aircraft = c.aircraft;
-        options.fps = c.fps;
-        Restart(options);
-        XPLMRegisterFlightLoopCallback(PlaneMoveCallBack, -1.0f, nullptr);
-        EXPECT_EQ(PushFrames(c.heading, c.dir, c.phase, 2000), c.frames);
-    }
-}
-
 TEST_F(PushbackKinematics, TurnsFollowAnArcToTheEndHeading) {
     const struct {
         double start;

@@ -146,13 +146,10 @@ TEST_F(PushbackControl, EachMessagePreferenceSilencesItsOwnChannel) {
     EXPECT_EQ(host->geti(kTextOut), 1);
 }
 
-TEST_F(PushbackControl, CallSignIsTheFirstSixCharactersOfTheTailNumber) {
+TEST_F(PushbackControl, CallSignIsCutToSixAndMessageFivePrintsThePreviousMessageAndSpeaksItAgain) {
     host->setString("sim/aircraft/view/acf_tailnum", "HB-JVXLONGER");
     TruckGroundMessageInterpretor(1);
     EXPECT_STREQ(GroundMessage, "HB-JVX starting push back");
-}
-
-TEST_F(PushbackControl, MessageFivePrintsThePreviousMessageAndSpeaksItAgain) {
     // A tail number full of conversions is printed, not interpreted.
     host->setString("sim/aircraft/view/acf_tailnum", "%n%x%s");
     TruckGroundMessageInterpretor(1);
@@ -165,8 +162,8 @@ TEST_F(PushbackControl, MessageFivePrintsThePreviousMessageAndSpeaksItAgain) {
         TruckGroundMessageInterpretor(n);
     EXPECT_EQ(GroundMessage, before);
     const auto spoken = Spoken();
-    ASSERT_EQ(spoken.size(), 2u);
-    EXPECT_EQ(spoken[1], spoken[0]);
+    ASSERT_EQ(spoken.size(), 3u);
+    EXPECT_EQ(spoken[2], spoken[1]);
 }
 
 TEST_F(PushbackControl, OutsideViewOnlyFromAnInsideViewAndWhenWanted) {
