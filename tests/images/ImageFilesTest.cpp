@@ -116,20 +116,6 @@ TEST(ImageFiles, BadFilesAreRefusedWithNothingLeftBehind) {
     EXPECT_EQ(CreateBitmapFromTGA("/nonexistent/kalvora.tga", b.get()), ENOENT);
 }
 
-TEST(ImageFiles, BmpKeepsItsBytesPaddingAndRowOrder) {
-    kalvora_test::TempFolder dir;
-    OwnedBitmap b;
-    ASSERT_EQ(CreateBitmapFromFile(dir.write("3x2.bmp", MakeBmp(3, 2)).c_str(), b.get()), 0);
-    EXPECT_EQ(b->width, 3);
-    EXPECT_EQ(b->height, 2);
-    EXPECT_EQ(b->pad, 3);
-    EXPECT_EQ(b->channels, 3);
-    // Bytes exactly as stored: blue-green-red, bottom row first, padding kept.
-    EXPECT_EQ(b.at(0, 0, 0), 1);
-    EXPECT_EQ(b.at(2, 0, 2), 9);
-    EXPECT_EQ(b.at(0, 1, 0), 13);
-}
-
 TEST(ImageFiles, TgaSwapsBlueAndRedIntoPlaceAndKeepsTheFileRowOrder) {
     kalvora_test::TempFolder dir;
     for (int bits : {24, 32}) {
