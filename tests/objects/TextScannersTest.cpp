@@ -1,4 +1,4 @@
-// The scanners' rules on odd numbers, blanks and line ends.
+// The scanners' rules on odd numbers and blanks.
 #include "objects/TextScanners.h"
 
 #include <gtest/gtest.h>
@@ -46,15 +46,4 @@ TEST(TextScanners, NumbersHaveNoExponentTakeSignsAnywhereAndFoldEveryCharacter) 
         Text t(i.first);
         EXPECT_EQ(TXT_MAP_int_scan(t.p, t.end, false), i.second) << i.first;
     }
-}
-
-TEST(TextScanners, NumbersStopAtLineEndsUnlessAllowed) {
-    Text t("  \n 12 13");
-    EXPECT_EQ(TXT_MAP_int_scan(t.p, t.end, false), 0); // the token is empty: the line ends first
-    Text u("  \r\n 12 13");
-    EXPECT_EQ(TXT_MAP_int_scan(u.p, u.end, true), 12);
-    EXPECT_FLOAT_EQ(TXT_MAP_flt_scan(u.p, u.end, true), 13.0f);
-    EXPECT_EQ(u.p, u.end);
-    EXPECT_EQ(TXT_MAP_int_scan(u.p, u.end, true), 0); // at the end nothing moves
-    EXPECT_EQ(u.p, u.end);
 }
