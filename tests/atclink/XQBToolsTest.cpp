@@ -32,7 +32,7 @@ public:
         std::string name;
         bool isBytes = false;
         int value = 0;
-        std::string text;         // byte datarefs: the last write up to its first zero
+        std::string text{};       // byte datarefs: the last write up to its first zero
         int lastWriteLength = -1; // byte datarefs: -1 = never written
     };
 
