@@ -1,10 +1,9 @@
 // A navigation plug-in: it finds the nearest airport and the radio aids around
 // it, programs the FMS (airport, VOR, fix, a lat/lon point, back to the
-// airport), walks the plan into Log.txt, copies it to the co-pilot's unit
-// through the flight-plan text, logs the airport's METAR, and marks the navaids
-// on the map with a layer of its own. A command flies to the next waypoint.
-// Published: nav/entries, nav/copilot_entries, nav/gps_destination (navaid
-// ref), nav/layers_deleted.
+// airport), walks the plan into Log.txt, logs the airport's METAR, and marks
+// the navaids on the map with a layer of its own. A command flies to the next
+// waypoint.
+// Published: nav/gps_destination (navaid ref), nav/layers_deleted.
 #include "PluginSupport.h"
 
 #include "XPLMDataAccess.h"
@@ -14,38 +13,25 @@
 #include "XPLMWeather.h"
 
 #include <cstring>
-#include <vector>
 
 using namespace plugin_support;
 
 namespace {
 
 constexpr int kCruiseFt = 5000;
-int gEntries = 0, gCopilotEntries = 0, gGpsDestination = XPLM_NAV_NOT_FOUND, gLayersDeleted = 0;
-XPLMDataRef gPublished[4] = {};
+int gGpsDestination = XPLM_NAV_NOT_FOUND, gLayersDeleted = 0;
 XPLMCommandRef gNext = nullptr;
 XPLMMapLayerID gLayer = nullptr;
 
 const char* kindName(XPLMNavType t) {
-    switch (t) {
-    case xplm_Nav_Airport:
-        return "airport";
-    case xplm_Nav_VOR:
-        return "VOR";
-    case xplm_Nav_NDB:
-        return "NDB";
-    case xplm_Nav_Fix:
-        return "fix";
-    case xplm_Nav_LatLon:
-        return "lat/lon";
-    default:
-        return "other";
-    }
+    return t == xplm_Nav_Airport ? "airport"
+           : t == xplm_Nav_VOR   ? "VOR"
+           : t == xplm_Nav_Fix   ? "fix"
+                                 : "lat/lon";
 }
 
 void walkPlan() {
-    gEntries = XPLMCountFMSEntries();
-    for (int i = 0; i < gEntries; ++i) {
+    for (int i = 0; i < XPLMCountFMSEntries(); ++i) {
         XPLMNavType type = xplm_Nav_Unknown;
         char id[32] = {};
         XPLMNavRef ref = XPLM_NAV_NOT_FOUND;
@@ -83,14 +69,6 @@ void program() {
     XPLMSetDestinationFMSEntry(1);
     walkPlan();
 
-    // The usual two calls: how much room, then the text.
-    const unsigned int needed = XPLMSaveFMSFlightPlan(0, nullptr, 0);
-    std::vector<char> text(needed);
-    XPLMSaveFMSFlightPlan(0, text.data(), needed);
-    XPLMLoadFMSFlightPlan(1, text.data(), needed);
-    gCopilotEntries = XPLMCountFMSFlightPlanEntries(xplm_Fpl_CoPilot_Primary);
-    logLine("Navigation: flight plan of %u bytes copied to the co-pilot's unit", needed);
-
     XPLMFixedString150_t metar{};
     XPLMGetMETARForAirport(airportId, &metar);
     logLine("Navigation: METAR %s", metar.buffer);
@@ -104,18 +82,7 @@ int next(XPLMCommandRef, XPLMCommandPhase phase, void*) {
     return 0;
 }
 
-// ---- the map layer: every navaid of the database, an icon and its ID
-void drawIcons(XPLMMapLayerID layer, const float*, float, float, XPLMMapStyle, XPLMMapProjectionID projection,
-               void*) {
-    for (XPLMNavRef r = XPLMGetFirstNavAid(); r != XPLM_NAV_NOT_FOUND; r = XPLMGetNextNavAid(r)) {
-        float lat = 0, lon = 0, x = 0, y = 0;
-        XPLMGetNavAidInfo(r, nullptr, &lat, &lon, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-        XPLMMapProject(projection, lat, lon, &x, &y);
-        XPLMDrawMapIconFromSheet(layer, "Resources/bitmaps/navaids.png", 0, 0, 4, 4, x, y,
-                                 xplm_MapOrientation_Map, 0, 20);
-    }
-}
-
+// ---- the map layer: the ID of every navaid of the database
 void drawLabels(XPLMMapLayerID layer, const float*, float, float, XPLMMapStyle,
                 XPLMMapProjectionID projection, void*) {
     for (XPLMNavRef r = XPLMGetFirstNavAid(); r != XPLM_NAV_NOT_FOUND; r = XPLMGetNextNavAid(r)) {
@@ -139,7 +106,6 @@ void mapCreated(const char* mapId, void*) {
     p.mapToCreateLayerIn = XPLM_MAP_USER_INTERFACE;
     p.layerType = xplm_MapLayer_Markings;
     p.willBeDeletedCallback = layerDeleted;
-    p.iconCallback = drawIcons;
     p.labelCallback = drawLabels;
     p.layerName = "Navaids";
     gLayer = XPLMCreateMapLayer(&p);
@@ -151,10 +117,8 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     std::strcpy(outName, "Navigation");
     std::strcpy(outSig, "anyplugin.test.navigation");
     std::strcpy(outDesc, "programs and walks the FMS, and marks navaids on the map");
-    gPublished[0] = publishInt("nav/entries", &gEntries);
-    gPublished[1] = publishInt("nav/copilot_entries", &gCopilotEntries);
-    gPublished[2] = publishInt("nav/gps_destination", &gGpsDestination);
-    gPublished[3] = publishInt("nav/layers_deleted", &gLayersDeleted);
+    publishInt("nav/gps_destination", &gGpsDestination);
+    publishInt("nav/layers_deleted", &gLayersDeleted);
     gNext = XPLMCreateCommand("navigation/next_waypoint", "Flies to the next FMS waypoint");
     XPLMRegisterCommandHandler(gNext, next, 1, nullptr);
     XPLMRegisterMapCreationHook(mapCreated, nullptr);
@@ -165,8 +129,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
 PLUGIN_API void XPluginStop(void) {
     if (gLayer) XPLMDestroyMapLayer(gLayer);
     XPLMUnregisterCommandHandler(gNext, next, 1, nullptr);
-    for (XPLMDataRef r : gPublished)
-        XPLMUnregisterDataAccessor(r);
+    unpublishAll();
 }
 
 PLUGIN_API int XPluginEnable(void) {

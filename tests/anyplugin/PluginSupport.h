@@ -1,5 +1,6 @@
 // What the test plug-ins share: publishing a value as an int or float dataref
-// for the test to read, and logging a line to Log.txt.
+// for the test to read (all withdrawn together at stop), and logging a line to
+// Log.txt.
 #pragma once
 
 #include "XPLMDataAccess.h"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <vector>
 
 namespace plugin_support {
 
@@ -18,18 +20,31 @@ inline float readFloat(void* refcon) {
     return *static_cast<float*>(refcon);
 }
 
+/// The datarefs the plug-in published.
+inline std::vector<XPLMDataRef>& published() {
+    static std::vector<XPLMDataRef> refs;
+    return refs;
+}
+
 /// Publishes *value as a read-only int dataref.
-inline XPLMDataRef publishInt(const char* name, int* value) {
-    return XPLMRegisterDataAccessor(name, xplmType_Int, 0, readInt, nullptr, nullptr, nullptr, nullptr,
-                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, value,
-                                    nullptr);
+inline void publishInt(const char* name, int* value) {
+    published().push_back(XPLMRegisterDataAccessor(name, xplmType_Int, 0, readInt, nullptr, nullptr, nullptr,
+                                                   nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                                   nullptr, nullptr, value, nullptr));
 }
 
 /// Publishes *value as a read-only float dataref.
-inline XPLMDataRef publishFloat(const char* name, float* value) {
-    return XPLMRegisterDataAccessor(name, xplmType_Float, 0, nullptr, nullptr, readFloat, nullptr, nullptr,
-                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, value,
-                                    nullptr);
+inline void publishFloat(const char* name, float* value) {
+    published().push_back(XPLMRegisterDataAccessor(name, xplmType_Float, 0, nullptr, nullptr, readFloat,
+                                                   nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                                   nullptr, nullptr, nullptr, value, nullptr));
+}
+
+/// Withdraws every dataref the plug-in published.
+inline void unpublishAll() {
+    for (XPLMDataRef r : published())
+        XPLMUnregisterDataAccessor(r);
+    published().clear();
 }
 
 /// printf into Log.txt, one line.

@@ -26,7 +26,6 @@ std::vector<int16_t> gChime, gHum; ///< the buffers live as long as the plug-in:
 FMOD_CHANNEL* gHumChannel = nullptr;
 int gCompletions = 0, gHumPlaying = 0;
 XPLMCommandRef gPlay = nullptr, gHumOn = nullptr, gHumOff = nullptr;
-XPLMDataRef gPublished[2] = {};
 
 std::vector<int16_t> tone(float hz, float seconds) {
     std::vector<int16_t> pcm(static_cast<size_t>(kRateHz * seconds));
@@ -80,8 +79,8 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     gHumOff = XPLMCreateCommand("sound/hum_stop", "Stops the hum");
     for (XPLMCommandRef c : {gPlay, gHumOn, gHumOff})
         XPLMRegisterCommandHandler(c, command, 1, nullptr);
-    gPublished[0] = publishInt("sound/completions", &gCompletions);
-    gPublished[1] = publishInt("sound/hum_playing", &gHumPlaying);
+    publishInt("sound/completions", &gCompletions);
+    publishInt("sound/hum_playing", &gHumPlaying);
     return 1;
 }
 
@@ -89,8 +88,7 @@ PLUGIN_API void XPluginStop(void) {
     if (gHumChannel) XPLMStopAudio(gHumChannel);
     for (XPLMCommandRef c : {gPlay, gHumOn, gHumOff})
         XPLMUnregisterCommandHandler(c, command, 1, nullptr);
-    for (XPLMDataRef r : gPublished)
-        XPLMUnregisterDataAccessor(r);
+    unpublishAll();
 }
 
 PLUGIN_API int XPluginEnable(void) {

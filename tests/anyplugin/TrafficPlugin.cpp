@@ -1,10 +1,9 @@
 // A TCAS-style plug-in: it watches the traffic X-Plane has, reading each active
 // aircraft's place from the multiplayer datarefs and probing the terrain under
 // it, and it takes the AI aircraft (XPLMAcquirePlanes, waiting for them when
-// another plug-in holds them) to fly them in a circle above the user, showing
+// another plug-in holds them) to fly them in a row above the user, showing
 // them to X-Plane's TCAS through the override as a traffic plug-in does.
-// Published: traffic/acquired (0/1), traffic/planes (active aircraft, the
-// user's included), traffic/lowest_agl (metres above the probed ground of the
+// Published: traffic/acquired (0/1), traffic/lowest_agl (metres above the probed ground of the
 // lowest other aircraft), traffic/tcas_override (what override_TCAS reads
 // after it set it).
 #include "PluginSupport.h"
@@ -14,7 +13,6 @@
 #include "XPLMProcessing.h"
 #include "XPLMScenery.h"
 
-#include <cmath>
 #include <cstring>
 #include <string>
 
@@ -22,21 +20,17 @@ using namespace plugin_support;
 
 namespace {
 
-constexpr int kPlanes = 20; ///< X-Plane's multiplayer planes 1..19, and the user's at 0
-constexpr float kCircleRadiusM = 2000;
+constexpr int kPlanes = 20;         ///< X-Plane's multiplayer planes 1..19, and the user's at 0
+constexpr float kSpacingM = 500;    ///< east of the user's aircraft, per plane number
 constexpr float kBaseHeightM = 300; ///< the first AI aircraft's height above the user's, metres
 constexpr float kHeightStepM = 150; ///< each next one flies this much higher
-constexpr float kRadPerSecond = 0.05f;
-constexpr int kModeSBase = 0xAB0000; ///< the Mode S IDs it gives its aircraft: this + plane number
 
 int gAcquired = 0, gPlanes = 0, gTcasOverride = 0;
 float gLowestAgl = -1;
-float gClock = 0; ///< seconds since the planes were taken
 XPLMProbeRef gProbe = nullptr;
 XPLMDataRef gUserX = nullptr, gUserY = nullptr, gUserZ = nullptr;
 XPLMDataRef gPlaneX[kPlanes] = {}, gPlaneY[kPlanes] = {}, gPlaneZ[kPlanes] = {};
-XPLMDataRef gOverride = nullptr, gModeS = nullptr, gTargetX = nullptr, gTargetY = nullptr, gTargetZ = nullptr;
-XPLMDataRef gPublished[4] = {};
+XPLMDataRef gOverride = nullptr, gTargetX = nullptr, gTargetY = nullptr, gTargetZ = nullptr;
 
 void available(void*);
 
@@ -65,20 +59,15 @@ void available(void*) {
     take();
 }
 
-/// Places its AI aircraft on their circle, in the multiplayer datarefs and as TCAS targets.
-void fly(float elapsed) {
-    gClock += elapsed;
+/// Places its AI aircraft in a row above the user's, in the multiplayer datarefs and as TCAS targets.
+void fly() {
     const double ux = XPLMGetDatad(gUserX), uy = XPLMGetDatad(gUserY), uz = XPLMGetDatad(gUserZ);
     for (int i = 1; i < gPlanes && i < kPlanes; ++i) {
-        const float a = gClock * kRadPerSecond + i;
-        float x = static_cast<float>(ux) + kCircleRadiusM * std::cos(a);
-        float z = static_cast<float>(uz) + kCircleRadiusM * std::sin(a);
+        float x = static_cast<float>(ux) + kSpacingM * i, z = static_cast<float>(uz);
         float y = static_cast<float>(uy) + kBaseHeightM + kHeightStepM * (i - 1);
         XPLMSetDatad(gPlaneX[i], x);
         XPLMSetDatad(gPlaneY[i], y);
         XPLMSetDatad(gPlaneZ[i], z);
-        int id = kModeSBase + i;
-        XPLMSetDatavi(gModeS, &id, i, 1);
         XPLMSetDatavf(gTargetX, &x, i, 1);
         XPLMSetDatavf(gTargetY, &y, i, 1);
         XPLMSetDatavf(gTargetZ, &z, i, 1);
@@ -86,8 +75,8 @@ void fly(float elapsed) {
 }
 
 /// Each frame: fly its aircraft when it has them, then watch every active aircraft where X-Plane says it is.
-float watch(float elapsed, float, int, void*) {
-    if (gAcquired) fly(elapsed);
+float watch(float, float, int, void*) {
+    if (gAcquired) fly();
     int total = 0, active = 0;
     XPLMPluginID controller = XPLM_NO_PLUGIN_ID;
     XPLMCountAircraft(&total, &active, &controller);
@@ -115,34 +104,28 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     gUserX = XPLMFindDataRef("sim/flightmodel/position/local_x");
     gUserY = XPLMFindDataRef("sim/flightmodel/position/local_y");
     gUserZ = XPLMFindDataRef("sim/flightmodel/position/local_z");
-    bool found = gUserX && gUserY && gUserZ;
     for (int i = 1; i < kPlanes; ++i) {
         const std::string plane = "sim/multiplayer/position/plane" + std::to_string(i) + "_";
         gPlaneX[i] = XPLMFindDataRef((plane + "x").c_str());
         gPlaneY[i] = XPLMFindDataRef((plane + "y").c_str());
         gPlaneZ[i] = XPLMFindDataRef((plane + "z").c_str());
-        found = found && gPlaneX[i] && gPlaneY[i] && gPlaneZ[i];
     }
     gOverride = XPLMFindDataRef("sim/operation/override/override_TCAS");
-    gModeS = XPLMFindDataRef("sim/cockpit2/tcas/targets/modeS_id");
     gTargetX = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/x");
     gTargetY = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/y");
     gTargetZ = XPLMFindDataRef("sim/cockpit2/tcas/targets/position/z");
-    found = found && gOverride && gModeS && gTargetX && gTargetY && gTargetZ;
-    gPublished[0] = publishInt("traffic/acquired", &gAcquired);
-    gPublished[1] = publishInt("traffic/planes", &gPlanes);
-    gPublished[2] = publishFloat("traffic/lowest_agl", &gLowestAgl);
-    gPublished[3] = publishInt("traffic/tcas_override", &gTcasOverride);
+    publishInt("traffic/acquired", &gAcquired);
+    publishFloat("traffic/lowest_agl", &gLowestAgl);
+    publishInt("traffic/tcas_override", &gTcasOverride);
     gProbe = XPLMCreateProbe(xplm_ProbeY);
     XPLMRegisterFlightLoopCallback(watch, -1, nullptr);
-    return found ? 1 : 0;
+    return 1;
 }
 
 PLUGIN_API void XPluginStop(void) {
     XPLMUnregisterFlightLoopCallback(watch, nullptr);
     XPLMDestroyProbe(gProbe);
-    for (XPLMDataRef r : gPublished)
-        XPLMUnregisterDataAccessor(r);
+    unpublishAll();
 }
 
 PLUGIN_API int XPluginEnable(void) {

@@ -1,5 +1,5 @@
 // Messages from the host (aircraft, airport, scenery loaded) and from other
-// plug-ins, and a disable, in the middle of a push.
+// plug-ins in the middle of a push.
 #include "support/InstalledPlugin.h"
 
 namespace kalvora_test {
@@ -39,18 +39,6 @@ TEST_F(MessageTest, HostLoadsStopAPushAndANewAircraftGetsItsOwnPushLength) {
     ASSERT_TRUE(host->runUntil([&] { return Said("cleared to taxi") > cleared; }, 240));
     // Three quarters of the aircraft's whole-metre half length, cut to whole metres.
     EXPECT_NEAR(Moved(), static_cast<int>(0.75 * static_cast<int>(sizeZ)), 0.2) << "half length " << sizeZ;
-}
-
-TEST_F(MessageTest, DisableLeavesAPushInProgressToGoOnAfterEnable) {
-    Load();
-    StartPush("Push straight back");
-    host->disablePlugin(kalvora);
-    const double frozen = Moved();
-    host->runFor(2);
-    EXPECT_NEAR(Moved(), frozen, 1e-6) << "a disabled plug-in gets no flight loops";
-    ASSERT_TRUE(host->enablePlugin(kalvora));
-    EXPECT_TRUE(host->runUntil([&] { return Said("cleared to taxi"); }, 120));
-    EXPECT_GT(Moved(), frozen);
 }
 
 } // namespace

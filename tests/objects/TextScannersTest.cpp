@@ -1,4 +1,4 @@
-// The scanners' rules on odd numbers, blanks and line ends.
+// The scanners' rules on odd numbers and blanks.
 #include "objects/TextScanners.h"
 
 #include <gtest/gtest.h>
@@ -46,51 +46,4 @@ TEST(TextScanners, NumbersHaveNoExponentTakeSignsAnywhereAndFoldEveryCharacter) 
         Text t(i.first);
         EXPECT_EQ(TXT_MAP_int_scan(t.p, t.end, false), i.second) << i.first;
     }
-}
-
-TEST(TextScanners, NumbersStopAtLineEndsUnlessAllowed) {
-    Text t("  \n 12 13");
-    EXPECT_EQ(TXT_MAP_int_scan(t.p, t.end, false), 0); // the token is empty: the line ends first
-    Text u("  \r\n 12 13");
-    EXPECT_EQ(TXT_MAP_int_scan(u.p, u.end, true), 12);
-    EXPECT_FLOAT_EQ(TXT_MAP_flt_scan(u.p, u.end, true), 13.0f);
-    EXPECT_EQ(u.p, u.end);
-    EXPECT_EQ(TXT_MAP_int_scan(u.p, u.end, true), 0); // at the end nothing moves
-    EXPECT_EQ(u.p, u.end);
-}
-
-TEST(TextScanners, MatchNeedsADelimiterAfterTheWord) {
-    Text t("  TEXTURE_LIT a.png");
-    EXPECT_FALSE(TXT_MAP_str_match_space(t.p, t.end, "TEXTURE", false));
-    EXPECT_EQ(t.pos(), 2u); // the blanks stay skipped
-    EXPECT_TRUE(TXT_MAP_str_match_space(t.p, t.end, "TEXTURE_LIT", false));
-    EXPECT_EQ(t.pos(), 13u);
-    for (const char* lineEnd : {"OBJ\r\n", "OBJ"}) { // the end of text reads as a line end
-        Text e(lineEnd);
-        EXPECT_FALSE(TXT_MAP_str_match_space(e.p, e.end, "OBJ", false));
-        EXPECT_TRUE(TXT_MAP_str_match_space(e.p, e.end, "OBJ", true));
-    }
-    Text shorter("OB");
-    EXPECT_FALSE(TXT_MAP_str_match_space(shorter.p, shorter.end, "OBJ", true));
-    EXPECT_EQ(shorter.pos(), 0u);
-}
-
-TEST(TextScanners, StringScans) {
-    Text t("\t name with blanks  \r\r\n\n  next");
-    std::string s;
-    TXT_MAP_str_scan_space(t.p, t.end, &s);
-    EXPECT_EQ(s, "name");
-    TXT_MAP_str_scan_eoln(t.p, t.end, &s);
-    EXPECT_EQ(s, "with blanks  "); // trailing blanks kept
-    TXT_MAP_str_scan_space(t.p, t.end, &s);
-    EXPECT_EQ(s, "next"); // the empty lines and leading blanks were finished
-    EXPECT_EQ(t.p, t.end);
-
-    Text n("skip this line\nkeep");
-    TXT_MAP_str_scan_eoln(n.p, n.end, nullptr);
-    TXT_MAP_str_scan_space(n.p, n.end, &s);
-    EXPECT_EQ(s, "keep");
-    Text f("x");
-    TXT_MAP_finish_line(f.p, f.end); // not at a line end: nothing to finish
-    EXPECT_EQ(f.pos(), 0u);
 }

@@ -92,8 +92,6 @@ protected:
     static HV_Message* Shown() {
         return gXPLMWindowID ? static_cast<HV_Message*>(XPLMGetWindowRefCon(gXPLMWindowID)) : nullptr;
     }
-    /// Seconds the shown message stays up counted from now (whole seconds of the host's clock).
-    int ShownSeconds() { return Shown()->endTime - static_cast<int>(host->wallTime()); }
 
     bool RunUntilPhase(int phase, double seconds) {
         return host->runUntil([phase] { return gKLVTruckMovementPhase == phase; }, seconds);

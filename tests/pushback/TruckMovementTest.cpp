@@ -50,18 +50,6 @@ TEST_F(TruckMovement, ParkPositionAndApproachToTheGearForEveryHeading) {
     }
 }
 
-TEST_F(TruckMovement, TurnAwayStepsFourTenthsOfADegreeThenDrivesForward) {
-    TruckFinalHdg = 180.0f;
-    myTruckHeading = 90.0f;
-    double x = 0.0, z = 0.0;
-    EXPECT_EQ(TruckAway(10.0, 20.0, 0.5, 1, &x, &z), 1);
-    EXPECT_FLOAT_EQ(myTruckHeading, 90.4f);
-    EXPECT_NEAR(std::hypot(x - 10.0, z - 20.0), 0.5, 1e-6);
-    EXPECT_GT(x, 10.0); // forward on its own heading, near east
-    EXPECT_EQ(TruckAway(10.0, 20.0, 0.5, 2, &x, &z), 1);
-    EXPECT_FLOAT_EQ(myTruckHeading, 90.0f); // any other direction turns the other way
-}
-
 TEST_F(TruckMovement, TurnAwayEndsOnlyWithinFiveDegreesPastTheFinalHeading) {
     TruckFinalHdg = 100.0f;
     double x = 7.0, z = 8.0;

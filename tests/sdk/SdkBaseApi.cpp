@@ -21,7 +21,6 @@
 
 // 2.0 and later additions, one or two from each header.
 EXPECT_UNDECLARED(XPLMCreateWindowEx);
-EXPECT_UNDECLARED(XPLMCreateWindow_t);
 EXPECT_UNDECLARED(XPLMFindSymbol);
 EXPECT_UNDECLARED(XPLMCommandRef);
 EXPECT_UNDECLARED(XPLMCreateFlightLoop);

@@ -1,8 +1,6 @@
-// Commands (handler order and propagation, X-Plane's view commands,
-// the legacy button and key-stroke calls) and camera control.
+// Commands (handler order and propagation, X-Plane's view commands) and the still-spot camera.
 #include "SimhostFixture.h"
 
-#include "XPLMCamera.h"
 #include "XPLMUtilities.h"
 
 #include <cmath>
@@ -44,10 +42,6 @@ TEST_F(Commands, BeforeHandlersRunFirstAndCanStopTheCommand) {
     XPLMCommandOnce(still);
     EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1020);
     EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 1);
-
-    XPLMCommandRef mine = XPLMCreateCommand("test/push", "Push back");
-    EXPECT_EQ(XPLMCreateCommand("test/push", "again"), mine); // created once, found again
-    EXPECT_EQ(XPLMFindCommand("test/push"), mine);
     EXPECT_FALSE(host->runCommand("test/none"));
 }
 
@@ -62,96 +56,6 @@ TEST_F(Commands, EveryCommandXPlane12ListsExistsAndIsRecordedWhenRun) {
         names.push_back(row[0]);
     }
     EXPECT_EQ(host->commandsRun(), names);
-}
-
-TEST_F(Commands, LegacyButtonsAndKeyStrokesSelectViews) {
-    XPLMCommandButtonPress(46); // spot view
-    XPLMCommandButtonRelease(46);
-    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1020);
-    EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 1);
-    XPLMCommandKeyStroke(73); // forward
-    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1000);
-    EXPECT_EQ(host->geti("sim/graphics/view/view_is_external"), 0);
-    EXPECT_EQ(host->commandsRun(),
-              (std::vector<std::string>{"sim/view/still_spot", "sim/view/forward_with_2d_panel"}));
-    EXPECT_TRUE(host->runCommand("sim/view/back"));
-    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1010);
-    EXPECT_TRUE(host->runCommand("sim/view/quick_look_19_mem")); // known, changes nothing
-    EXPECT_EQ(host->geti("sim/graphics/view/view_type"), 1010);
-}
-
-// ---- camera
-struct CameraLog {
-    int calls = 0;
-    int losing = 0;
-    bool sawNull = false;
-    int giveUpAfter = -1; ///< return 0 on this call
-};
-
-int controlCamera(XPLMCameraPosition_t* pos, int losing, void* refcon) {
-    auto* log = static_cast<CameraLog*>(refcon);
-    if (losing) {
-        ++log->losing;
-        log->sawNull = pos == nullptr;
-        return 0;
-    }
-    ++log->calls;
-    pos->x = 1;
-    pos->y = 2;
-    pos->z = 3;
-    pos->heading = 45;
-    pos->pitch = 0;
-    pos->roll = 0;
-    pos->zoom = 1;
-    return log->calls == log->giveUpAfter ? 0 : 1;
-}
-
-TEST_F(Camera, ControlFunctionRunsEveryFrameAndPositionsTheCamera) {
-    CameraLog log;
-    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &log);
-    XPLMCameraControlDuration how = 0;
-    EXPECT_TRUE(XPLMIsCameraBeingControlled(&how));
-    EXPECT_EQ(how, xplm_ControlCameraForever);
-    host->runFrames(5);
-    EXPECT_EQ(log.calls, 5);
-    XPLMCameraPosition_t p{};
-    XPLMReadCameraPosition(&p);
-    EXPECT_FLOAT_EQ(p.heading, 45);
-    EXPECT_EQ(host->camera().controllerPluginId, me);
-    host->runCommand("sim/view/chase"); // Forever survives a view change
-    host->runFrames(1);
-    EXPECT_TRUE(host->camera().controlled);
-    XPLMDontControlCamera();
-    host->runFrames(3);
-    EXPECT_EQ(log.calls, 6);
-    EXPECT_EQ(log.losing, 0); // no losing call for a voluntary release
-    EXPECT_FALSE(host->camera().controlled);
-}
-
-TEST_F(Camera, ControlEndsAtAViewChangeWhenAskedAtZeroOrWhenAnotherPluginTakesIt) {
-    CameraLog untilChange, givesUp, first, second;
-    XPLMControlCamera(xplm_ControlCameraUntilViewChanges, controlCamera, &untilChange);
-    host->runFrames(2);
-    host->runCommand("sim/view/forward_with_nothing");
-    EXPECT_EQ(untilChange.losing, 1);
-    EXPECT_TRUE(untilChange.sawNull);
-    EXPECT_FALSE(XPLMIsCameraBeingControlled(nullptr));
-
-    givesUp.giveUpAfter = 3;
-    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &givesUp);
-    host->runFrames(6);
-    EXPECT_EQ(untilChange.calls + givesUp.calls, 2 + 3);
-    EXPECT_FALSE(host->camera().controlled);
-    // X-Plane's own view: behind the aircraft, looking along its heading.
-    EXPECT_GT(host->camera().z, host->getf("sim/flightmodel/position/local_z"));
-    EXPECT_FLOAT_EQ(host->camera().heading, 0);
-
-    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &first);
-    host->setDirectCaller(addOther("test.other"));
-    XPLMControlCamera(xplm_ControlCameraForever, controlCamera, &second);
-    EXPECT_EQ(first.losing, 1);
-    host->runFrames(2);
-    EXPECT_EQ(first.calls * 10 + second.calls, 2);
 }
 
 TEST_F(Camera, StillSpotStandsStillAndWatchesTheAircraft) {
@@ -174,10 +78,6 @@ TEST_F(Camera, StillSpotStandsStillAndWatchesTheAircraft) {
     const double toAircraft = std::atan2(x0 - after.x, -(z0 + 30 - after.z)) * 180 / M_PI;
     EXPECT_NEAR(std::remainder(after.heading - toAircraft, 360.0), 0, 15) << "still looking at it";
     EXPECT_GT(std::remainder(after.heading - spot.heading, 360.0), 0) << "turned right, after the aircraft";
-
-    host->runCommand("sim/view/chase");
-    host->runFrames(1);
-    EXPECT_GT(host->camera().z, z0 + 30) << "the chase view is behind the aircraft again";
 }
 
 } // namespace

@@ -29,12 +29,11 @@ protected:
         host->setDirectCaller(me);
     }
 
-    /// Adds another in-process plug-in with a receive function.
-    int addOther(const std::string& sig, std::function<void(int, int, void*)> receive = nullptr) {
+    /// Adds another in-process plug-in.
+    int addOther(const std::string& sig) {
         simhost::InProcessPlugin p;
         p.name = sig;
         p.signature = sig;
-        p.receive = std::move(receive);
         return host->addPlugin(p);
     }
 

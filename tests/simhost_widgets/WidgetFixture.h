@@ -38,19 +38,13 @@ inline std::vector<Seen> seenOf(XPWidgetMessage msg) {
     return out;
 }
 
-/// Recorders that never handle anything, and one that handles everything.
-inline int recordA(XPWidgetMessage m, XPWidgetID w, intptr_t p1, intptr_t p2) {
-    seen().push_back({"A", m, w, p1, p2});
-    return 0;
+/// A widget function that records every message as `kName` and says it handled it when `kHandles`.
+template <char kName, int kHandles> int record(XPWidgetMessage m, XPWidgetID w, intptr_t p1, intptr_t p2) {
+    seen().push_back({std::string(1, kName), m, w, p1, p2});
+    return kHandles;
 }
-inline int recordB(XPWidgetMessage m, XPWidgetID w, intptr_t p1, intptr_t p2) {
-    seen().push_back({"B", m, w, p1, p2});
-    return 0;
-}
-inline int recordAndHandle(XPWidgetMessage m, XPWidgetID w, intptr_t p1, intptr_t p2) {
-    seen().push_back({"H", m, w, p1, p2});
-    return 1;
-}
+inline constexpr XPWidgetFunc_t recordA = record<'A', 0>, recordB = record<'B', 0>,
+                                recordAndHandle = record<'H', 1>;
 
 class WidgetTest : public ::testing::Test {
 protected:

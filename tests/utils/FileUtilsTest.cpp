@@ -26,30 +26,11 @@ bool NaiveMatch(const char* text, const char* pattern) {
 
 } // namespace
 
-TEST(WildcardMatch, StarsQuestionMarksBacktrackingAndCase) {
-    const struct {
-        const char *text, *pattern;
-        bool matches;
-    } cases[] = {
-        {"truck.obj", "*.obj", true},
-        {"truck.obj", "tr?ck*", true},
-        {"truck.obj", "*.OBJ", false},
-        {"", "***", true},
-        {"", "?", false},
-        {"a", "", false},
-        {"truck.ob", "truck.obj", false},
-        {"a.b.obj", "*.obj", true},
-        {"abcabcabd", "*abd", true},
-        {"xaaab", "*a?b", true},
-        {"mississippi", "m*iss*ppx", false},
-        {"a*b", "a\\*b", false},
-        {nullptr, "*", false},
-        {"x", nullptr, false},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(glob_match(c.text, c.pattern), c.matches)
-            << (c.text ? c.text : "null") << " ~ " << (c.pattern ? c.pattern : "null");
-    EXPECT_TRUE(Parsing_match("GPU.obj", "G?U.*"));
+TEST(WildcardMatch, CaseNullsAndLongTextsBeyondWhatTheRandomInputsReach) {
+    EXPECT_FALSE(glob_match("truck.obj", "*.OBJ"));
+    EXPECT_FALSE(glob_match("a*b", "a\\*b")) << "a backslash escapes nothing";
+    EXPECT_FALSE(glob_match(nullptr, "*"));
+    EXPECT_FALSE(glob_match("x", nullptr));
     // Plain backtracking would explore an exponential number of splits here.
     const std::string text(4000, 'a');
     EXPECT_FALSE(glob_match(text.c_str(), "*a*a*a*a*a*a*a*a*a*a*a*a*b"));
@@ -73,21 +54,15 @@ TEST(WildcardMatch, AgreesWithPlainBacktrackingOnRandomInputs) {
 TEST(TranslateXCodePath, VolumePathsBecomeSlashPathsAndOthersStay) {
     const std::pair<const char*, const char*> cases[] = {
         {"Disk:Folder:file.txt", "/Volumes/Disk/Folder/file.txt"},
-        {"/tmp/a:b", "/tmp/a/b"},
-        {"", "/Volumes/"},
         {nullptr, "/Volumes/"},
         // What a Windows host reports opens as it is; a one-letter volume stays a volume.
         {"C:\\X-Plane 12\\Log.txt", "C:\\X-Plane 12\\Log.txt"},
-        {"d:/X-Plane/Log.txt", "d:/X-Plane/Log.txt"},
         {"\\\\nas\\sim\\a.prf", "\\\\nas\\sim\\a.prf"},
         {"C:x", "/Volumes/C/x"},
     };
     for (const auto& c : cases)
         EXPECT_STREQ(TranslateXCodePath(c.first), c.second) << (c.first ? c.first : "null");
-    // Its own buffer comes back unchanged; long paths are cut.
-    const char* converted = TranslateXCodePath("Disk:a");
-    EXPECT_EQ(TranslateXCodePath(converted), converted);
-    EXPECT_STREQ(TranslateXCodePath(converted + 9), "/Volumes/Disk/a"); // "Disk/a" from inside the buffer
+    // Long paths are cut.
     const std::string huge = "/" + std::string(kPathBufferBytes * 3, 'p');
     EXPECT_EQ(std::string(TranslateXCodePath(huge.c_str())), huge.substr(0, kPathBufferBytes - 1));
 }
@@ -102,8 +77,6 @@ TEST(PathKinds, EveryLayoutAndSeparator) {
     const Layout layouts[] = {
         {"/xp/Resources/plugins/Kalvora.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
         {"/xp/Resources/plugins/Kalvora/lin_x64/Kalvora.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
-        {"/xp/Resources/plugins/Kalvora/mac_x64/Kalvora.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
-        {"/xp/Resources/plugins/Kalvora/64/lin.xpl", '/', "/xp/Resources/plugins/Kalvora/", "/xp/"},
         {"C:\\XP\\Resources\\plugins\\Kalvora\\win_x64\\Kalvora.xpl", '\\',
          "C:\\XP\\Resources\\plugins\\Kalvora\\", "C:\\XP\\"},
         {"C:\\XP\\Resources\\plugins\\Kalvora.xpl", '\\', "C:\\XP\\Resources\\plugins\\Kalvora\\",
@@ -146,9 +119,7 @@ TEST(PathKinds, HostFoldersAreCutAtTheirLastSeparator) {
         {0, "C:\\XP\\"},
         {1, "C:\\XP\\Resources\\plugins\\Kalvora\\win_x64\\"},
         {3, "C:\\XP\\Output\\preferences\\"},
-        {4, "C:\\XP\\Resources\\Earth nav data\\"},
         {6, "C:/XP/Aircraft/A320/"},
-        {8, "C:\\XP\\HVFlight Plans\\"},
         {9, "C:\\XP\\HV FMS Flight Plans\\"},
     };
     for (const auto& kind : kinds) {
@@ -160,20 +131,6 @@ TEST(PathKinds, HostFoldersAreCutAtTheirLastSeparator) {
     EXPECT_EQ(folder, "unchanged");
 }
 
-TEST(FileAccess, AppendsAndTestsExistence) {
-    TempFolder dir;
-    const std::string path = dir.file("log.txt");
-    EXPECT_FALSE(FileExisting(path.c_str()));
-    EXPECT_TRUE(AddString2File(path.c_str(), "one\n"));
-    EXPECT_TRUE(Add2File(path.c_str(), "two\nthree", 4));
-    EXPECT_TRUE(FileExisting(path.c_str()));
-    EXPECT_EQ(ReadFile(path), "one\ntwo\n");
-    EXPECT_FALSE(Add2File("", "x", 1));
-    EXPECT_FALSE(AddString2File(nullptr, "x"));
-    EXPECT_FALSE(AddString2File(dir.file("missing/folder.txt").c_str(), "x"));
-    EXPECT_FALSE(FileExisting(nullptr));
-}
-
 TEST(FolderListing, MatchingFilesSortedAndAppended) {
     TempFolder dir;
     for (const char* name : {"b.obj", "a.obj", "C.obj", "notes.txt", "x.OBJ"})
@@ -182,12 +139,7 @@ TEST(FolderListing, MatchingFilesSortedAndAppended) {
     std::vector<std::string> names{"kept"};
     globFiles(dir.path().c_str(), "*.obj", &names);
     EXPECT_EQ(names, (std::vector<std::string>{"kept", "C.obj", "a.obj", "b.obj"}));
-    std::vector<std::string> withSlash;
-    ParsingFolder((dir.path() + "/").c_str(), "?.*", &withSlash);
-    EXPECT_EQ(withSlash, (std::vector<std::string>{"C.obj", "a.obj", "b.obj", "x.OBJ"}));
     std::vector<std::string> none;
     globFiles(dir.file("absent").c_str(), "*", &none);
-    globFiles(nullptr, "*", &none);
-    globFiles(dir.path().c_str(), "*", nullptr);
     EXPECT_TRUE(none.empty());
 }

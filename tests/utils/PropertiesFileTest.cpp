@@ -31,7 +31,7 @@ TEST(PropertiesLoad, SplitsAtTheLastEqualsWhateverTheLineEndsAndMergesIntoWhatIs
         EXPECT_EQ(props.entries, (Map{{"a=b", "c"}, {"k", ""}, {"kept", "default"}, {"speed", "12"}}));
         EXPECT_EQ(errors.str(), "");
     }
-    // A missing file keeps the map and says so in two lines; without a stream nothing is said.
+    // A missing file keeps the map and says so.
     HV_Properties props(nullptr, nullptr);
     props["keep"] = "me";
     props.fileName = dir.file("absent.prf");
@@ -40,8 +40,6 @@ TEST(PropertiesLoad, SplitsAtTheLastEqualsWhateverTheLineEndsAndMergesIntoWhatIs
     EXPECT_EQ(props.entries, (Map{{"keep", "me"}}));
     EXPECT_EQ(errors.str(), "Error: can't open HV_Properties file '" + props.fileName +
                                 "'\nWill create a new one from defaults'\n");
-    HV_Properties quiet(props.fileName.c_str(), nullptr);
-    EXPECT_TRUE(quiet.entries.empty());
 }
 
 TEST(PropertiesLoad, LinesTheMapCannotHoldAreWrittenBackUnchangedInTheirPlace) {
@@ -65,10 +63,11 @@ TEST(PropertiesLoad, LinesTheMapCannotHoldAreWrittenBackUnchangedInTheirPlace) {
     EXPECT_EQ(ReadFile(path), saved);
 }
 
-TEST(PropertiesSave, WritesSortedPairsThatReadBackUnlessAValueHoldsAnEqualsSign) {
+TEST(PropertiesSave, ReplacesTheFileWithSortedPairsThatReadBackUnlessAValueHoldsAnEqualsSign) {
     TempFolder dir;
     HV_Properties props(nullptr, nullptr);
-    props.fileName = dir.file("out.prf");
+    props.fileName = dir.write("out.prf", "old=1\nother=2\n");
+    chmod(props.fileName.c_str(), 0640);
     props["zeta"] = "last";
     props["Alpha"] = "with spaces ";
     props["key=with=equals"] = "v";
@@ -77,27 +76,16 @@ TEST(PropertiesSave, WritesSortedPairsThatReadBackUnlessAValueHoldsAnEqualsSign)
     props.save(&errors);
     EXPECT_EQ(errors.str(), "");
     EXPECT_EQ(ReadFile(props.fileName), "Alpha=with spaces \nempty=\nkey=with=equals=v\nzeta=last\n");
+    struct stat info {};
+    ASSERT_EQ(stat(props.fileName.c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0640u);
+    std::vector<std::string> left;
+    HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
+    EXPECT_EQ(left, std::vector<std::string>{"out.prf"}) << "no temporary is left behind";
     EXPECT_EQ(HV_Properties(props.fileName.c_str(), nullptr).entries, props.entries);
     props.entries = {{"a", "b=c"}};
     props.save(nullptr);
     EXPECT_EQ(HV_Properties(props.fileName.c_str(), nullptr).entries, (Map{{"a=b", "c"}}));
-}
-
-TEST(PropertiesSave, ReplacesTheWholeFileAndLeavesNoTemporaryBehind) {
-    TempFolder dir;
-    const std::string path = dir.write("p.prf", "old=1\nother=2\n");
-    chmod(path.c_str(), 0640);
-    HV_Properties props(nullptr, nullptr);
-    props.fileName = path;
-    props["new"] = "3";
-    props.save(nullptr);
-    EXPECT_EQ(ReadFile(path), "new=3\n");
-    struct stat info {};
-    ASSERT_EQ(stat(path.c_str(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0640u);
-    std::vector<std::string> left;
-    HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
-    EXPECT_EQ(left, std::vector<std::string>{"p.prf"});
 }
 
 TEST(PropertiesSave, AKilledSaveKeepsTheFileAndTheNextLoadRemovesOnlyItsTemporary) {
@@ -135,11 +123,6 @@ TEST(PropertiesSave, UnwritableTargetReportsAndKeepsTheOldFile) {
     TempFolder dir;
     HV_Properties props(nullptr, nullptr);
     props["a"] = "1";
-    props.fileName = dir.file("no-such-folder/p.prf");
-    std::ostringstream errors;
-    props.save(&errors);
-    EXPECT_EQ(errors.str(), "Error: can't open HV_Properties file for writing'" + props.fileName + "'\n");
-
     // A target the rename cannot replace (a folder where the file should be, as a read-only
     // preferences folder would refuse it): reported, the folder untouched, no temporary left.
     const std::string folder = dir.file("taken.prf");
@@ -153,9 +136,4 @@ TEST(PropertiesSave, UnwritableTargetReportsAndKeepsTheOldFile) {
     std::vector<std::string> left;
     HV_FileUtils::globFiles(dir.path().c_str(), "*", &left);
     EXPECT_TRUE(left.empty()); // files only: no temporary beside the folder
-
-    HV_Properties unbound(nullptr, nullptr);
-    std::ostringstream unboundErrors;
-    unbound.save(&unboundErrors);
-    EXPECT_EQ(unboundErrors.str(), "Error: can't open HV_Properties file for writing''\n");
 }

@@ -1,10 +1,8 @@
 // A small plug-in of the same family, loaded by the host tests as a second plug-in: it
-// takes the shared menu (finding it through its dataref, or creating it), adds an item,
-// and reports every kind of GetPath through the simulator's log.
+// reports every kind of GetPath through the simulator's log.
 #include "utils/FileUtils.h"
 #include "utils/GNLUtils.h"
 
-#include "XPLMMenus.h"
 #include "XPLMUtilities.h"
 
 #include <cstdio>
@@ -16,7 +14,6 @@ PROBE_EXPORT int XPluginStart(char* outName, char* outSignature, char* outDescri
     strcpy(outName, "UtilsProbe");
     strcpy(outSignature, "halvern.test.utilsprobe");
     strcpy(outDescription, "Second plug-in of the family, for the utilities' tests");
-    XPLMAppendMenuItem(HV_GNLUtils::GetHVMenuID(), "Probe item", nullptr, 0);
     for (int kind = 0; kind <= 10; ++kind) {
         char line[1200];
         snprintf(line, sizeof line, "probe path %d=%s\n", kind,
