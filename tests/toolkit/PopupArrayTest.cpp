@@ -31,22 +31,6 @@ protected:
         ASSERT_TRUE(table->GetRowGeometry(row, &l, &t, &r, &b)) << "row " << row << " not shown";
         host().click((l + r) / 2, (t + b) / 2);
     }
-    static std::string Selected(HV_CtrlPopup* popup) {
-        char text[64];
-        popup->GetSelectedString(text, sizeof text);
-        return text;
-    }
-    /// A three-row-high table of `rows` rows named "row N".
-    HV_CtrlArray* Table(int rows) {
-        auto* table = new HV_CtrlArray(2, 3, true, true);
-        table->SetColumn(0, "Name", 150);
-        table->SetColumn(1, "Size", 60);
-        table->SetRowCount(rows);
-        for (int i = 0; i < rows; ++i)
-            table->SetCellText(i, 0, ("row " + std::to_string(i)).c_str());
-        EXPECT_TRUE(panel->AddChild(table, 0));
-        return table;
-    }
     HV_Panel* panel = nullptr;
 };
 
@@ -62,7 +46,9 @@ TEST_F(PopupArray, PickingALineSelectsItAClickElsewhereChangesNothingAndBadLists
     Click(popup->widget);
     ClickMenuLine(2);
     EXPECT_FALSE(XSBPopupIsOpen());
-    EXPECT_EQ(Selected(popup), "Large");
+    char selected[64];
+    popup->GetSelectedString(selected, sizeof selected);
+    EXPECT_STREQ(selected, "Large");
     EXPECT_EQ(recorder.Of(kXSBMsg_PopupItemPicked), (Picks{{popup, 2}}));
 
     // Long items are cut to the caller's buffer, and lists beyond the maximum too.
@@ -78,7 +64,13 @@ TEST_F(PopupArray, PickingALineSelectsItAClickElsewhereChangesNothingAndBadLists
 }
 
 TEST_F(PopupArray, ClickingARowSelectsItMoreRowsThanFitScrollAndFewerHideTheScrollBar) {
-    HV_CtrlArray* table = Table(10);
+    auto* table = new HV_CtrlArray(2, 3, true, true); // three rows high
+    table->SetColumn(0, "Name", 150);
+    table->SetColumn(1, "Size", 60);
+    table->SetRowCount(10);
+    for (int i = 0; i < 10; ++i)
+        table->SetCellText(i, 0, ("row " + std::to_string(i)).c_str());
+    ASSERT_TRUE(panel->AddChild(table, 0));
     ASSERT_TRUE(XPIsWidgetVisible(table->scrollBar));
     ClickRow(table, 1);
     const Rect r = GeometryOf(table->widget);
