@@ -5,21 +5,15 @@ using namespace toolkit_test;
 
 namespace {
 
-class Controls : public ToolkitTest {
-protected:
-    /// The window's panel with its left edge at 5 and its right edge at 215: its children get the
-    /// space [10, 210].
-    HV_Panel* Space() {
-        HV_Panel* panel = PanelInAWindow();
-        window->SetPositionSize(0, 768, 400, 400); // so that the space lies inside the window
-        panel->left = 5;
-        panel->right = 215;
-        return panel;
-    }
-};
+using Controls = ToolkitTest;
 
-TEST_F(Controls, AlignmentPlacesTheWidgetInTheSpaceGiven) {
-    HV_Panel* panel = Space();
+TEST_F(Controls, AlignmentSliderCaptionsAndTextBoxesAsAUserSeesThem) {
+    // The window's panel with its left edge at 5 and its right edge at 215: its children get the space
+    // [10, 210], inside the window.
+    HV_Panel* panel = PanelInAWindow();
+    window->SetPositionSize(0, 768, 400, 400);
+    panel->left = 5;
+    panel->right = 215;
     const struct {
         char align;
         int left, right;
@@ -33,10 +27,9 @@ TEST_F(Controls, AlignmentPlacesTheWidgetInTheSpaceGiven) {
         ASSERT_TRUE(panel->AddChild(button, 0));
         EXPECT_EQ(GeometryOf(button->widget), (Rect{c.left, button->top - 5, c.right, button->top - 17}));
     }
-}
 
-TEST_F(Controls, SliderCaptionIsZeroPaddedAndFollowsADragBeforeTheHandlerRuns) {
-    HV_Panel* panel = Space();
+    // A slider's value caption is zero-padded to the maximum's digits and follows a drag before the
+    // handler runs.
     auto* hundred = new HV_CtrlSlider("Speed", 0, 100, 5, 10, true, true, true);
     auto* nine = new HV_CtrlSlider("Small", 0, 9, 5, 1, true, true, true);
     auto* negative = new HV_CtrlSlider("Signed", -50, -10, -20, 1, true, true, true);
@@ -64,10 +57,8 @@ TEST_F(Controls, SliderCaptionIsZeroPaddedAndFollowsADragBeforeTheHandlerRuns) {
     EXPECT_EQ(nine->GetValue(), 9);
     ASSERT_FALSE(captionsSeen.empty());
     EXPECT_EQ(captionsSeen.back(), "9");
-}
 
-TEST_F(Controls, TextBoxRefusesCharactersOutsideItsListButLetsEditingKeysThrough) {
-    HV_Panel* panel = Space();
+    // A text box refuses characters outside its list but lets editing keys through.
     auto* digits = new HV_CtrlTextBox("Speed", "12", 10, false, "0123456789.", true, true);
     auto* free = new HV_CtrlTextBox("", "", 0, true, nullptr, true, true);
     ASSERT_TRUE(panel->AddChild(digits, 0));
