@@ -9,7 +9,6 @@
 #include "XPStandardWidgets.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace kalvora_test {
 namespace {
@@ -22,14 +21,8 @@ protected:
         options.render = true;
     }
 
-    /// Writes a picture of the window when the host draws.
     void Picture(simhost::WidgetHandle window, const std::string& name) {
-        if (!host->renderingAvailable()) return;
-        const char* dir = std::getenv("KALVORA_SCREENSHOT_DIR");
-        const fs::path folder = dir ? fs::path(dir) : fs::path(KALVORA_BINARY_DIR) / "dialogs-screenshots";
-        fs::create_directories(folder);
-        std::string why;
-        EXPECT_TRUE(simhost::screenshotWidget(*host, window, (folder / name).string(), &why)) << why;
+        DocumentationPicture(*host, window, "dialogs-screenshots", name);
     }
 };
 

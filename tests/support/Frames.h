@@ -1,11 +1,13 @@
 // Frames rendered by simhost in tests: a camera held where the test puts it, a
 // frame grabbed (and kept as a PNG to look at), its pixels compared, counted
-// and told apart from the sky, and where a point of the world lands in it.
+// and told apart from the sky, where a point of the world lands in it, and the pictures of widgets
+// written for the documentation.
 #pragma once
 
 #include "XPLMCamera.h"
 #include "graphics/GraphicsHooks.h"
 #include "simhost/Simhost.h"
+#include "simhost/Widgets.h"
 #include "support/Pictures.h"
 
 #include <gtest/gtest.h>
@@ -83,6 +85,19 @@ inline simhost::gfx::Image GrabFrame(simhost::Host& host, const std::string& kee
         simhost::gfx::writePng(image, file.string());
     }
     return image;
+}
+
+/// Writes the picture of a widget's rectangle for the documentation, when the host draws, to
+/// $KALVORA_SCREENSHOT_DIR or else to `folder` in the build folder.
+inline void DocumentationPicture(simhost::Host& host, void* widget, const std::string& folder,
+                                 const std::string& name) {
+    if (!host.renderingAvailable()) return;
+    const char* env = std::getenv("KALVORA_SCREENSHOT_DIR");
+    const std::filesystem::path out =
+        env && *env ? std::filesystem::path(env) : std::filesystem::path(KALVORA_BINARY_DIR) / folder;
+    std::filesystem::create_directories(out);
+    std::string why;
+    EXPECT_TRUE(simhost::screenshotWidget(host, widget, (out / name).string(), &why)) << name << ": " << why;
 }
 
 /// Pixels of a frame picked out by a test: how many, their centre and their mean colour.

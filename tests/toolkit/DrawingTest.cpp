@@ -1,7 +1,6 @@
 // What panels and pictures put on the screen, read back from simhost's renderer, and the pictures of
 // the toolkit shown in its documentation, written to $KALVORA_SCREENSHOT_DIR (default: the build
 // folder). Skipped where no OpenGL context can be made.
-#include <cstdlib>
 
 #include "ToolkitFixture.h"
 #include "images/Texture.h"
@@ -16,7 +15,6 @@
 #include "toolkit/PopupMenu.h"
 
 using namespace toolkit_test;
-namespace fs = std::filesystem;
 using Rgb = kalvora_test::Rgb;
 
 namespace {
@@ -38,14 +36,8 @@ protected:
         const Rect r = GeometryOf(w);
         return kalvora_test::ColorOf(kalvora_test::GrabFrame(host()).at(r.midX(), r.midY()));
     }
-    /// Writes the picture of a widget's rectangle for the documentation.
     void Shoot(XPWidgetID w, const std::string& name) {
-        const char* env = std::getenv("KALVORA_SCREENSHOT_DIR");
-        const fs::path out =
-            env && *env ? fs::path(env) : fs::path(KALVORA_BINARY_DIR) / "toolkit-screenshots";
-        fs::create_directories(out);
-        std::string why;
-        EXPECT_TRUE(simhost::screenshotWidget(host(), w, (out / name).string(), &why)) << name << ": " << why;
+        kalvora_test::DocumentationPicture(host(), w, "toolkit-screenshots", name);
     }
     kalvora_test::TempFolder dir{"kalvora-toolkit-drawing"};
 };
@@ -79,6 +71,7 @@ TEST_F(Drawing, PicturesForTheDocumentation) {
     panel->AddChild(new HV_CtrlButton("Push button", kAlignLeft, true, true), 0);
     panel->AddChild(new HV_CtrlButtonChkBox("Toggle button", kAlignRight, true, true, true), 0);
     panel->AddChild(new HV_CtrlCheckBox("Check box, ticked", true, true, true), 0);
+    panel->AddChild(new HV_CtrlCheckBox("Check box, not ticked", false, true, true), 0);
     panel->AddChild(new HV_CtrlSlider("Truck speed", 0, 50, 12, 1, true, true, true), 0);
     panel->AddChild(new HV_CtrlProgress(0, 100, 65), 0);
     panel->AddChild(new HV_CtrlTextBox("Tail number", "HB-JLT", 8, false, nullptr, true, true), 0);
