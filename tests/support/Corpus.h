@@ -10,14 +10,9 @@
 
 namespace kalvora_test {
 
-/// Absolute path of the corpus folder (may not exist).
-inline std::string corpusDir() {
-    return KALVORA_CORPUS_DIR;
-}
-
-/// Path of a file or folder inside the corpus, e.g. corpusPath("obj8/x.obj").
+/// Path of a file or folder inside the corpus (which may not exist), e.g. corpusPath("obj8/x.obj").
 inline std::string corpusPath(const std::string& relative) {
-    return corpusDir() + "/" + relative;
+    return KALVORA_CORPUS_DIR "/" + relative;
 }
 
 inline bool corpusAvailable() {
@@ -31,6 +26,6 @@ inline bool corpusAvailable() {
 #define KALVORA_REQUIRE_CORPUS()                                                                             \
     do {                                                                                                     \
         if (!kalvora_test::corpusAvailable())                                                                \
-            GTEST_SKIP() << "test corpus not found at " << kalvora_test::corpusDir()                         \
+            GTEST_SKIP() << "test corpus not found at " << KALVORA_CORPUS_DIR                                \
                          << " (it lives beside the repository, in shared/corpus)";                           \
     } while (0)

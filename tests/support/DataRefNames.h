@@ -15,13 +15,11 @@ constexpr const char* kTruckHdg = "halvern/kalvora/truck/position_hdg"; ///< deg
 // The simulator's.
 constexpr const char* kParkBrake = "sim/flightmodel/controls/parkbrake"; ///< 0 released .. 1 set
 constexpr const char* kLocalX = "sim/flightmodel/position/local_x";      ///< metres
-constexpr const char* kLocalY = "sim/flightmodel/position/local_y";
 constexpr const char* kLocalZ = "sim/flightmodel/position/local_z";
 constexpr const char* kPsi = "sim/flightmodel/position/psi";                  ///< true heading, degrees
 constexpr const char* kBatteryVolts = "sim/flightmodel/engine/ENGN_bat_volt"; ///< per engine, volts
 constexpr const char* kEngineCount = "sim/aircraft/engine/acf_num_engines";
 constexpr const char* kTextOut = "sim/operation/prefs/text_out"; ///< 1: crew messages are shown as text
-constexpr const char* kHasJoystick = "sim/joystick/has_joystick";
 
 // Kalvora's menu under the host's Plugins menu.
 constexpr const char* kMenu = "Plugins/Kalvora";

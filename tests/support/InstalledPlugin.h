@@ -125,10 +125,6 @@ protected:
         ASSERT_TRUE(host->runUntil([&] { return Moved() > 0.5; }, 30)) << "the aircraft was never pushed";
     }
     void ReleaseBrake() { host->set(kParkBrake, 0); }
-    /// Runs until the push-back status dataref reads `status`; false when `seconds` of sim time pass first.
-    bool RunUntilStatus(int status, double seconds) {
-        return host->runUntil([&] { return host->geti(kStatus) == status; }, seconds);
-    }
 
     /// Remembers where the aircraft stands now.
     void MarkPosition() {

@@ -3,6 +3,7 @@
 // it, so a one-colour texture paints the whole model in that colour.
 #pragma once
 
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -33,14 +34,11 @@ inline std::vector<Quad> Box(float x0, float y0, float z0, float x1, float y1, f
             {{{x0, y0, z0}, {x0, y1, z0}, {x1, y1, z0}, {x1, y0, z0}}, {0, 0, -1}}};
 }
 
-/// The OBJ8 text of a model made of `quads` with `texture` (a file name beside the model). twoSided
-/// draws each quad from behind too (its normal stays that of its front).
-inline std::string Obj8Text(const std::string& texture, const std::vector<Quad>& quads,
-                            bool twoSided = false) {
+/// The OBJ8 text of a model made of `quads` with `texture` (a file name beside the model).
+inline std::string Obj8Text(const std::string& texture, const std::vector<Quad>& quads) {
     constexpr float kCornerS[4] = {0, 1, 1, 0}, kCornerT[4] = {0, 0, 1, 1}; // texture coordinates
-    const std::vector<int> order =
-        twoSided ? std::vector<int>{0, 1, 2, 0, 2, 3, 0, 2, 1, 0, 3, 2} : std::vector<int>{0, 1, 2, 0, 2, 3};
-    const size_t indices = quads.size() * order.size();
+    constexpr int kOrder[] = {0, 1, 2, 0, 2, 3};                            // two triangles a quad
+    const size_t indices = quads.size() * std::size(kOrder);
     std::ostringstream obj;
     obj << "I\n800\nOBJ\n\nTEXTURE " << texture << "\nPOINT_COUNTS " << quads.size() * 4 << " 0 0 " << indices
         << "\n";
@@ -50,7 +48,7 @@ inline std::string Obj8Text(const std::string& texture, const std::vector<Quad>&
                 << q.normal[0] << " " << q.normal[1] << " " << q.normal[2] << " " << kCornerS[c] << " "
                 << kCornerT[c] << "\n";
     for (size_t q = 0; q < quads.size(); ++q)
-        for (int corner : order)
+        for (int corner : kOrder)
             obj << "IDX " << q * 4 + corner << "\n";
     obj << "\nTRIS 0 " << indices << "\n";
     return obj.str();

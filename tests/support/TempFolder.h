@@ -38,9 +38,6 @@ public:
         return file(name);
     }
 
-    /// Whole content of a file ("" when missing).
-    static std::string read(const std::string& path) { return ReadFile(path); }
-
 private:
     std::string path_;
 };
