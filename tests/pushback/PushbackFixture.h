@@ -17,6 +17,7 @@
 #include "toolkit/Dialog.h"
 #include "truck/TruckMovement.h"
 #include "objects/TruckModel.h"
+#include "support/DataRefNames.h"
 #include "utils/HostRelease.h"
 
 #include <algorithm>
@@ -26,10 +27,6 @@
 #include <vector>
 
 namespace kalvora_test {
-
-constexpr const char* kParkBrake = "sim/flightmodel/controls/parkbrake";
-constexpr const char* kTextOut = "sim/operation/prefs/text_out";
-constexpr const char* kStatus = "halvern/kalvora/PBstatus";
 
 class PushbackTest : public AppTest {
 protected:

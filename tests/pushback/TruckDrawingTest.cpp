@@ -19,17 +19,7 @@ protected:
     }
 };
 
-TEST_F(TruckDrawing, TruckStandsOneMetreAboveTheApronAtEachDraw) {
-    ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
-    host->runFrames(1);
-    double apron = 0.0;
-    GetApronElev(&apron);
-    EXPECT_DOUBLE_EQ(gKLVTruckY, apron);
-    EXPECT_FLOAT_EQ(gKLVtheTruck.y, static_cast<float>(apron + 1.0));
-    EXPECT_FLOAT_EQ(gKLVtheTruck.heading, myTruckHeading);
-}
-
-TEST_F(TruckDrawing, NothingIsDrawnWhenTheTruckIsOffOrHidden) {
+TEST_F(TruckDrawing, TruckStandsOneMetreAboveTheApronAtEachDrawAndIsNotDrawnWhenOffOrHidden) {
     PrefDrawTruck = false;
     ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
     gKLVTruckY = 50.0;
@@ -37,7 +27,15 @@ TEST_F(TruckDrawing, NothingIsDrawnWhenTheTruckIsOffOrHidden) {
     EXPECT_DOUBLE_EQ(gKLVTruckY, 50.0);
 
     PrefDrawTruck = true;
+    host->runFrames(1);
+    double apron = 0.0;
+    GetApronElev(&apron);
+    EXPECT_DOUBLE_EQ(gKLVTruckY, apron);
+    EXPECT_FLOAT_EQ(gKLVtheTruck.y, static_cast<float>(apron + 1.0));
+    EXPECT_FLOAT_EQ(gKLVtheTruck.heading, myTruckHeading);
+
     resetAll(); // hidden
+    gKLVTruckY = 50.0;
     host->runFrames(2);
     EXPECT_DOUBLE_EQ(gKLVTruckY, 50.0);
 }
