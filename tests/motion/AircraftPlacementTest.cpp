@@ -49,12 +49,14 @@ TEST_F(AircraftPlacement, ApplyPositionMovesTheAircraftAndTheHostFollowsTheQuate
     EXPECT_NEAR(host->getf("sim/flightmodel/position/phi"), -2.0, 1e-3);
 }
 
-TEST_F(AircraftPlacement, NoseWheelSteeringRampsToItsLimitOnlyWithAJoystick) {
+TEST_F(AircraftPlacement, NoseWheelSteeringAndItsOverrideOnlyWithAJoystick) {
     host->set("sim/joystick/has_joystick", 0);
     host->set("sim/joystick/yolk_heading_ratio", 0.1);
     for (int mode : {0, 1, 2, -1, -2})
         ApplyNWsteering(mode);
+    OverrideJoystick(1);
     EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), 0.1, 1e-6) << "no joystick: untouched";
+    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
 
     // With a joystick: each mode ramps the ratio, stops at the limit of 0.3 and never passes the centre.
     host->set("sim/joystick/has_joystick", 1);
@@ -69,18 +71,6 @@ TEST_F(AircraftPlacement, NoseWheelSteeringRampsToItsLimitOnlyWithAJoystick) {
         EXPECT_NEAR(host->getf("sim/joystick/yolk_heading_ratio"), step.ratio, step.tolerance)
             << "mode " << step.mode << " for " << step.frames << " frames";
     }
-}
-
-TEST_F(AircraftPlacement, JoystickOverrideOnlyWithAJoystickAndOnlyForZeroOrOne) {
-    host->set("sim/joystick/has_joystick", 0);
-    OverrideJoystick(1);
-    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
-
-    host->set("sim/joystick/has_joystick", 1);
-    OverrideJoystick(1);
-    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 1);
-    OverrideJoystick(0);
-    EXPECT_EQ(host->geti("sim/operation/override/override_joystick_heading"), 0);
 }
 
 } // namespace
