@@ -44,11 +44,6 @@ double AsInt(double value) {
     return std::max<double>(INT_MIN, std::min<double>(INT_MAX, std::trunc(value)));
 }
 
-/// Difference of two headings in degrees, folded into -180..180.
-double HeadingDiff(double a, double b) {
-    return std::remainder(a - b, 360.0);
-}
-
 TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWorks) {
     AddTruck("KLVdefault"); // models, so that truck and GPU are object instances the host places
     std::ofstream(DataFolder() / "GroundServices" / "GPU.obj") << kEmptyObj8;
@@ -57,7 +52,7 @@ TEST_F(HostileValuesTest, NoPhaseLetsANonFiniteValueThroughAndAFreshPushStillWor
     const auto pushing = [&] { return host->geti(kStatus) != 0; };
     const auto braked = [&] { return host->getf(kParkBrake) == 1.0; };
     double startPsi = 0;
-    const auto turned = [&] { return std::fabs(HeadingDiff(host->getf(kPsi), startPsi)) > 2.0; };
+    const auto turned = [&] { return std::fabs(std::remainder(host->getf(kPsi) - startPsi, 360.0)) > 2.0; };
     // An automated tail-left push from the menu, up to the crew's question, then with the brake released
     // until `until` holds.
     const auto push = [&](bool release, const std::function<bool()>& until) {

@@ -2,16 +2,10 @@
 // the refusals, "Stop PushBack!", and choosing a truck.
 #include "support/InstalledPlugin.h"
 
-#include <algorithm>
-
 namespace kalvora_test {
 namespace {
 
 using MenuTest = InstalledPluginTest;
-
-bool Contains(const std::vector<std::string>& list, const std::string& text) {
-    return std::find(list.begin(), list.end(), text) != list.end();
-}
 
 TEST_F(MenuTest, TheItemsAndTheTrucksOfTheFolderAndTheChosenTruckSurvivesARestart) {
     AddTruck("TugB");

@@ -18,10 +18,6 @@ int Find(const std::vector<std::string>& lines, const std::string& text, int fro
     return at == lines.end() ? -1 : static_cast<int>(at - lines.begin());
 }
 
-bool Contains(const std::vector<std::string>& list, const std::string& text) {
-    return std::find(list.begin(), list.end(), text) != list.end();
-}
-
 int CountStarting(const std::vector<std::string>& list, const std::string& prefix) {
     return static_cast<int>(std::count_if(list.begin(), list.end(),
                                           [&](const std::string& s) { return s.rfind(prefix, 0) == 0; }));

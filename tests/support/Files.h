@@ -1,6 +1,7 @@
 // Whole small files, read and written in one call.
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -31,6 +32,11 @@ inline std::vector<std::string> Lines(const std::string& text) {
     for (std::string line; std::getline(in, line);)
         lines.push_back(line);
     return lines;
+}
+
+/// Whether a list of lines holds one equal to text.
+inline bool Contains(const std::vector<std::string>& list, const std::string& text) {
+    return std::find(list.begin(), list.end(), text) != list.end();
 }
 
 } // namespace kalvora_test
