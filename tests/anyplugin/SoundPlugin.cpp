@@ -34,14 +34,12 @@ std::vector<int16_t> tone(float hz, float seconds) {
     return pcm;
 }
 
-void completed(void* refcon, FMOD_RESULT status) {
+void completed(void* refcon, FMOD_RESULT) {
     ++gCompletions;
     if (refcon == &gHumChannel) {
         gHumChannel = nullptr; // the channel is gone: forget it, as the SDK asks
         gHumPlaying = 0;
     }
-    logLine("Sound: %s completed with %d", refcon == &gHumChannel ? "hum" : "chime",
-            static_cast<int>(status));
 }
 
 uint32_t bytes(const std::vector<int16_t>& pcm) {

@@ -15,11 +15,7 @@ protected:
         host->set("sim/flightmodel/position/groundspeed", mps);
         host->runFrames(1);
     }
-    void SetN1(int engine, double percent) { host->set(N1Name(), percent, engine); }
-    std::string N1Name() {
-        return host->exists("sim/flightmodel/engine/ENGN_N1_") ? "sim/flightmodel/engine/ENGN_N1_"
-                                                               : "sim/flightmodel/engine/ENGN_N1";
-    }
+    void SetN1(int engine, double percent) { host->set("sim/flightmodel/engine/ENGN_N1_", percent, engine); }
 };
 
 TEST_F(PushbackControl, RefusalsComeInOrderAndSayWhy) {
@@ -90,11 +86,7 @@ TEST_F(PushbackControl, MenuStartNamesTheTurnTheDatarefStartAlwaysSaysStraight) 
 }
 
 TEST_F(PushbackControl, StatusWritesSetTheManoeuvre) {
-    Reboot([] {
-        simhost::HostOptions o;
-        o.startHeadingDeg = 200.0;
-        return o;
-    }());
+    RebootAtHeading(200.0);
     const struct {
         int value, rotate, phase, finalPsi, status;
     } rows[] = {

@@ -48,6 +48,12 @@ protected:
         Restart(options);
         Boot();
     }
+    /// A new host whose aircraft stands on that heading, degrees true.
+    void RebootAtHeading(double headingDeg) {
+        simhost::HostOptions options;
+        options.startHeadingDeg = headingDeg;
+        Reboot(options);
+    }
 
     /// Picks a manoeuvre's menu item. Returns the refusal code (0 when started); a refusal leaves
     /// its text in ErrorMessage.

@@ -24,11 +24,7 @@ protected:
 };
 
 TEST_F(PushbackSequence, StartAnnouncesItselfAndPlacesTheTruckAheadOfTheNoseGear) {
-    Reboot([] {
-        simhost::HostOptions o;
-        o.startHeadingDeg = 37.0;
-        return o;
-    }());
+    RebootAtHeading(37.0);
     ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
 
     ASSERT_FALSE(Spoken().empty());
