@@ -12,17 +12,6 @@ namespace {
 
 using StartStopTest = InstalledPluginTest;
 
-/// Index of the first line at or after from that equals text, or -1.
-int Find(const std::vector<std::string>& lines, const std::string& text, int from = 0) {
-    const auto at = std::find(lines.begin() + std::min<size_t>(from, lines.size()), lines.end(), text);
-    return at == lines.end() ? -1 : static_cast<int>(at - lines.begin());
-}
-
-int CountStarting(const std::vector<std::string>& list, const std::string& prefix) {
-    return static_cast<int>(std::count_if(list.begin(), list.end(),
-                                          [&](const std::string& s) { return s.rfind(prefix, 0) == 0; }));
-}
-
 TEST_F(StartStopTest, StartEnableDisableAndStopLogRegisterAndLeaveOnlyWhatTheyShould) {
     Load();
     std::vector<std::string> log = Lines(PluginLog());
@@ -55,7 +44,9 @@ TEST_F(StartStopTest, StartEnableDisableAndStopLogRegisterAndLeaveOnlyWhatTheySh
     const std::vector<std::string>& left = host->leftoversAtLastUnload();
     for (const std::string& r : left)
         EXPECT_TRUE(r.rfind("flight loop ", 0) == 0 || r.rfind("menu ", 0) == 0) << "left registered: " << r;
-    EXPECT_GE(CountStarting(left, "flight loop "), 3);
+    EXPECT_GE(std::count_if(left.begin(), left.end(),
+                            [](const std::string& r) { return r.rfind("flight loop ", 0) == 0; }),
+              3);
     log = Lines(PluginLog());
     ASSERT_GE(log.size(), 2u);
     EXPECT_EQ(log[log.size() - 2], "--- Disabling Kalvora plugin ---");
@@ -135,11 +126,11 @@ TEST_F(StartStopTest, OddInstallationsKeepTheUsersPreferences) {
     XPLMGetPluginInfo(kalvora, nullptr, path, nullptr, nullptr);
     EXPECT_EQ(fs::path(path), PluginFolder() / "lin_x64" / "Kalvora.xpl");
     const std::vector<std::string> log = Lines(PluginLog()); // Kalvora/Kalvora.log, beside lin_x64/
-    const int trucks = Find(log, "-Available trucks:");
-    ASSERT_GE(trucks, 0);
-    ASSERT_EQ(Find(log, "-Available Ground services:", trucks), trucks + 2);
-    EXPECT_EQ(log[trucks + 1], "TugA.obj");
-    EXPECT_EQ(log[trucks + 3], "GPU.obj");
+    const auto trucks = std::find(log.begin(), log.end(), "-Available trucks:");
+    ASSERT_GE(log.end() - trucks, 4);
+    EXPECT_EQ(std::vector<std::string>(trucks, trucks + 4),
+              (std::vector<std::string>{"-Available trucks:", "TugA.obj",
+                                        "-Available Ground services:", "GPU.obj"}));
     EXPECT_EQ(host->logText().find("is missing"), std::string::npos);
     Unload();
     EXPECT_EQ(PrefValue("TRUCK_SPEED"), "25.000000");
