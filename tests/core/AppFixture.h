@@ -24,10 +24,7 @@ namespace kalvora_test {
 
 /// Difference of two headings in degrees, folded into -180..180.
 inline double HeadingDiff(double a, double b) {
-    double d = std::fmod(a - b, 360.0);
-    if (d > 180.0) d -= 360.0;
-    if (d < -180.0) d += 360.0;
-    return d;
+    return std::remainder(a - b, 360.0);
 }
 
 class AppTest : public ::testing::Test {

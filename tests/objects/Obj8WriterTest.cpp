@@ -6,22 +6,6 @@
 
 namespace {
 
-/// Three textured points, `indexCount` indices over them, one empty level.
-XObj8 SmallObject(int indexCount) {
-    XObj8 obj;
-    obj.texture = "truck.png";
-    obj.geoLines.clear(6);
-    obj.geoLights.clear(6);
-    for (int i = 0; i < 3; ++i) {
-        const float p[8] = {float(i), 1.5f, -2.25f, 0, 1, 0, 0.125f * i, 1.0f - 0.125f * i};
-        obj.geoTris.append(p);
-    }
-    for (int i = 0; i < indexCount; ++i)
-        obj.indices.push_back(i % 3);
-    obj.lods.emplace_back();
-    return obj;
-}
-
 XObjCmd8 Cmd(int id, int offset = 0, int count = 0, float p0 = 0) {
     XObjCmd8 c{};
     c.id = id;
@@ -34,15 +18,23 @@ XObjCmd8 Cmd(int id, int offset = 0, int count = 0, float p0 = 0) {
 } // namespace
 
 TEST(Obj8Writer, EverythingReadsBackWhetherReplacingOrNot) {
-    XObj8 obj = SmallObject(6);
+    XObj8 obj; // three textured points, two triangles over them, lines, a light and two levels
+    obj.texture = "truck.png";
     obj.textureLit = "truck_LIT.png";
+    obj.geoLines.clear(6);
+    obj.geoLights.clear(6);
+    for (int i = 0; i < 3; ++i) {
+        const float p[8] = {float(i), 1.5f, -2.25f, 0, 1, 0, 0.125f * i, 1.0f - 0.125f * i};
+        obj.geoTris.append(p);
+    }
+    obj.indices = {0, 1, 2, 0, 1, 2};
     const float line[6] = {1, 2, 3, 0.5f, 0.25f, 1};
     obj.geoLines.append(line);
     obj.geoLines.append(line);
     obj.geoLights.append(line);
+    obj.lods.resize(2);
     obj.lods[0].lodFar = 500;
     obj.lods[0].cmds = {Cmd(obj8_Tris, 0, 3), Cmd(anim_Rotate, 0), Cmd(anim_Translate, 1)};
-    obj.lods.emplace_back();
     obj.lods[1].lodNear = 500;
     obj.lods[1].lodFar = 3000.5f;
     obj.lods[1].cmds = {Cmd(obj8_Lights, 0, 1), Cmd(attr_Offset, 0, 0, 2)};
