@@ -121,11 +121,14 @@ TEST_F(PushbackControl, StatusWritesOutsideOneToFiveStopEverything) {
     }
 }
 
-TEST_F(PushbackControl, EachMessagePreferenceSilencesItsOwnChannel) {
+TEST_F(PushbackControl, EachMessagePreferenceSilencesItsOwnChannelAndTheViewStaysWhenNotWanted) {
     PrefWrittenCrewMessage = false; // spoken only
+    PrefSwitchView = false;         // the switch to an outside view: the push-back sequence test
     ASSERT_EQ(StartFromMenu(kMenuStraight), 0);
     EXPECT_EQ(Spoken().size(), 1u);
     EXPECT_EQ(Shown(), nullptr);
+    EXPECT_TRUE(host->commandsRun().empty());
+    EXPECT_FALSE(host->camera().external);
 
     PrefWrittenCrewMessage = true; // written only, and the host's text output left as it is
     PrefAuralCrewMessage = false;
@@ -156,20 +159,6 @@ TEST_F(PushbackControl, CallSignIsCutToSixAndMessageFivePrintsThePreviousMessage
     const auto spoken = Spoken();
     ASSERT_EQ(spoken.size(), 3u);
     EXPECT_EQ(spoken[2], spoken[1]);
-}
-
-TEST_F(PushbackControl, OutsideViewOnlyFromAnInsideViewAndWhenWanted) {
-    ASSERT_FALSE(host->camera().external);
-    PrefSwitchView = false;
-    setViewtoExtern();
-    EXPECT_TRUE(host->commandsRun().empty());
-    EXPECT_FALSE(host->camera().external);
-
-    PrefSwitchView = true;
-    setViewtoExtern();
-    ASSERT_EQ(host->commandsRun().size(), 1u);
-    EXPECT_EQ(host->commandsRun()[0], "sim/view/still_spot");
-    EXPECT_TRUE(host->camera().external);
 }
 
 } // namespace
