@@ -13,13 +13,6 @@
 
 namespace plugin_support {
 
-inline int readInt(void* refcon) {
-    return *static_cast<int*>(refcon);
-}
-inline float readFloat(void* refcon) {
-    return *static_cast<float*>(refcon);
-}
-
 /// The datarefs the plug-in published.
 inline std::vector<XPLMDataRef>& published() {
     static std::vector<XPLMDataRef> refs;
@@ -28,16 +21,16 @@ inline std::vector<XPLMDataRef>& published() {
 
 /// Publishes *value as a read-only int dataref.
 inline void publishInt(const char* name, int* value) {
-    published().push_back(XPLMRegisterDataAccessor(name, xplmType_Int, 0, readInt, nullptr, nullptr, nullptr,
-                                                   nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                                   nullptr, nullptr, value, nullptr));
+    published().push_back(XPLMRegisterDataAccessor(
+        name, xplmType_Int, 0, [](void* v) { return *static_cast<int*>(v); }, nullptr, nullptr, nullptr,
+        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, value, nullptr));
 }
 
 /// Publishes *value as a read-only float dataref.
 inline void publishFloat(const char* name, float* value) {
-    published().push_back(XPLMRegisterDataAccessor(name, xplmType_Float, 0, nullptr, nullptr, readFloat,
-                                                   nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                                   nullptr, nullptr, nullptr, value, nullptr));
+    published().push_back(XPLMRegisterDataAccessor(
+        name, xplmType_Float, 0, nullptr, nullptr, [](void* v) { return *static_cast<float*>(v); }, nullptr,
+        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, value, nullptr));
 }
 
 /// Withdraws every dataref the plug-in published.
