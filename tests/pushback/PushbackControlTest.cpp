@@ -76,14 +76,17 @@ TEST_F(PushbackControl, RunningEnginesNeedThePreference) {
 }
 
 // A start from the menu names the turn (the menu test); one from the dataref always says "straight".
-TEST_F(PushbackControl, StatusWritesSetTheManoeuvre) {
+TEST_F(PushbackControl, StatusWritesSetTheManoeuvreAndValuesOutsideOneToFiveStopEverything) {
     RebootAtHeading(200.0);
+    // stop: a value outside 1..5 written next, which stops everything.
     const struct {
-        int value, rotate, phase, finalPsi, status;
+        int value, rotate, phase, finalPsi, status, stop;
     } rows[] = {
-        {1, kRotateStraight, kPhaseStraightLeg, 200, 1}, {2, kRotateTailRight, kPhaseTurn, 110, 2},
-        {3, kRotateTailLeft, kPhaseTurn, 290, 3},        {4, kRotateTailRight, kPhaseStraightLeg, 110, 2},
-        {5, kRotateTailLeft, kPhaseStraightLeg, 290, 3},
+        {1, kRotateStraight, kPhaseStraightLeg, 200, 1, 0},
+        {2, kRotateTailRight, kPhaseTurn, 110, 2, -1},
+        {3, kRotateTailLeft, kPhaseTurn, 290, 3, 6},
+        {4, kRotateTailRight, kPhaseStraightLeg, 110, 2, 99},
+        {5, kRotateTailLeft, kPhaseStraightLeg, 290, 3, 0},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.value);
@@ -97,15 +100,8 @@ TEST_F(PushbackControl, StatusWritesSetTheManoeuvre) {
         // The end point lies the push length behind the aircraft, also for plain turns.
         EXPECT_NEAR(std::hypot(gKLVfinalx - X(), gKLVfinalz - Z()), gKLVPbLength, 1e-3);
         EXPECT_EQ(gKLVTruckMovementPhase, kTruckPlaced);
-    }
-}
 
-TEST_F(PushbackControl, StatusWritesOutsideOneToFiveStopEverything) {
-    for (int value : {0, -1, 6, 99}) {
-        SCOPED_TRACE(value);
-        WriteStatus(4);
-        ASSERT_EQ(Status(), 2);
-        WriteStatus(value);
+        WriteStatus(row.stop);
         EXPECT_EQ(Status(), 0);
         EXPECT_EQ(gKLVTruckMovementPhase, kTruckIdle);
         EXPECT_FALSE(gKLVtheTruck.IsVisible());
