@@ -23,17 +23,18 @@ TEST_F(PushbackControl, RefusalsComeInOrderAndSayWhy) {
         double heightM, speedMps;
         int gearDown;
         double n1Percent;
-        bool moving, gpu;
+        bool moving, gpu, enginesAllowed;
         int expected;
     } rows[] = {
-        {25.0, 6.0, 0, 0.0, false, false, -6}, // airborne: above 20 m and faster than 5 m/s
-        {19.0, 6.0, 0, 0.0, false, false, 0},  // low and fast with the gear up: neither airborne nor taxiing
-        {0.0, 2.5, 1, 0.0, false, false, -4},  // taxiing: faster than 2 m/s with the gear handle down
-        {15.0, 6.0, 1, 0.0, false, false, -4}, // in the air below 20 m and faster than 5 counts as taxiing
-        {0.0, 0.0, 1, 22.0, false, false, -5}, // the last engine running
-        {0.0, 0.0, 1, 5.0, false, false, 0},   // idle spool-down at exactly 5 percent does not count
-        {0.0, 0.0, 1, 80.0, true, true, -3},   // already moving wins over every other reason,
-        {0.0, 0.0, 1, 80.0, false, true, -2},  // then the GPU, then the engines
+        {25.0, 6.0, 0, 0.0, false, false, false, -6}, // airborne: above 20 m and faster than 5 m/s
+        {19.0, 6.0, 0, 0.0, false, false, false, 0},  // low and fast, gear up: neither airborne nor taxiing
+        {0.0, 2.5, 1, 0.0, false, false, false, -4},  // taxiing: faster than 2 m/s with the gear handle down
+        {15.0, 6.0, 1, 0.0, false, false, false, -4}, // below 20 m and faster than 5: taxiing
+        {0.0, 0.0, 1, 22.0, false, false, false, -5}, // the last engine running
+        {0.0, 0.0, 1, 22.0, false, false, true, 0},   // unless the preferences allow it
+        {0.0, 0.0, 1, 5.0, false, false, false, 0},   // idle spool-down at exactly 5 percent does not count
+        {0.0, 0.0, 1, 80.0, true, true, false, -3},   // already moving wins over every other reason,
+        {0.0, 0.0, 1, 80.0, false, true, false, -2},  // then the GPU, then the engines
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message()
@@ -44,6 +45,7 @@ TEST_F(PushbackControl, RefusalsComeInOrderAndSayWhy) {
         SetGroundSpeed(row.speedMps);
         gKLVisPlaneMoving = row.moving;
         gKLVisGPUpresent = row.gpu;
+        PrefAllowEngnON = row.enginesAllowed;
         EXPECT_EQ(validatePushBackenvironment(), row.expected);
     }
     const std::pair<int, const char*> texts[] = {
@@ -57,13 +59,7 @@ TEST_F(PushbackControl, RefusalsComeInOrderAndSayWhy) {
     }
 }
 
-TEST_F(PushbackControl, RunningEnginesNeedThePreference) {
-    SetN1(1, 22.0);
-    EXPECT_EQ(validatePushBackenvironment(), -5);
-    PrefAllowEngnON = true;
-    EXPECT_EQ(validatePushBackenvironment(), 0);
-    PrefAllowEngnON = false;
-    // Only the aircraft's own engines are looked at.
+TEST_F(PushbackControl, OnlyTheAircraftsOwnEnginesAreLookedAt) {
     host->set("sim/aircraft/engine/acf_num_engines", 1);
     SetN1(1, 60.0);
     EXPECT_FALSE(AreEnginesRunning());
