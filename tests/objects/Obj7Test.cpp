@@ -52,7 +52,7 @@ TEST(Obj7Reader, HeaderPrimitivesAttributesAndComments) {
     EXPECT_EQ(obj.cmds[5].rgbVerts.size(), 2u);
 }
 
-TEST(Obj7ToObj8, QuadsBecomeTwoTrianglesSharingVerticesWithSmoothUnitNormals) {
+TEST(Obj7ToObj8, QuadsShareVerticesWithSmoothUnitNormalsStripsAndFansTriangulate) {
     XObj8 out = Converted("quad\n20 0 20 0 0\n-20 0 20 1 0\n-20 0 -20 1 1\n20 0 -20 0 1\n");
     EXPECT_EQ(out.texture, "tex_name");
     EXPECT_EQ(out.geoTris.count(), 4);
@@ -62,14 +62,11 @@ TEST(Obj7ToObj8, QuadsBecomeTwoTrianglesSharingVerticesWithSmoothUnitNormals) {
     for (int v = 0; v < 4; ++v) // this floor is wound clockwise seen from above: its normal points up
         EXPECT_NEAR(out.geoTris.get(v)[4], 1.0f, 1e-6) << v;
     EXPECT_EQ(out.geoTris.accumulate(out.geoTris.get(3)), 3) << "finished points are findable by value";
-}
 
-TEST(Obj7ToObj8, StripsAndFansTriangulate) {
-    const XObj8 out =
-        Converted("tri_strip 5\n0 0 0 0 0\n0 1 0 0 1\n1 0 0 1 0\n1 1 0 1 1\n2 0 0 2 0\n"
-                  "tri_fan 5\n0 0 5 0 0\n1 0 5 0 0\n1 1 5 0 0\n0 1 5 0 0\n-1 1 5 0 0\n"
-                  "polygon 4\n0 0 9 0 0\n1 0 9 0 0\n1 1 9 0 0\n0 1 9 0 0\n"
-                  "quad_strip 6\n0 0 7 0 0\n0 1 7 0 1\n1 0 7 1 0\n1 1 7 1 1\n2 0 7 2 0\n2 1 7 2 1\n");
+    out = Converted("tri_strip 5\n0 0 0 0 0\n0 1 0 0 1\n1 0 0 1 0\n1 1 0 1 1\n2 0 0 2 0\n"
+                    "tri_fan 5\n0 0 5 0 0\n1 0 5 0 0\n1 1 5 0 0\n0 1 5 0 0\n-1 1 5 0 0\n"
+                    "polygon 4\n0 0 9 0 0\n1 0 9 0 0\n1 1 9 0 0\n0 1 9 0 0\n"
+                    "quad_strip 6\n0 0 7 0 0\n0 1 7 0 1\n1 0 7 1 0\n1 1 7 1 1\n2 0 7 2 0\n2 1 7 2 1\n");
     ASSERT_EQ(out.lods[0].cmds.size(), 1u); // consecutive triangles merge into one command
     const XObjCmd8& tris = out.lods[0].cmds[0];
     EXPECT_EQ(tris.idxCount, (3 + 3 + 2 + 4) * 3);
