@@ -71,8 +71,9 @@ TEST_F(SimulatorDataRefs, AMissingRequiredDataRefFailsAndIsLoggedButLeavesTheOth
         Restart(simhost::HostOptions{});
         host->removeDataRef(name);
         EXPECT_EQ(InitDataRef(), !required);
-        if (required)
+        if (required) {
             EXPECT_NE(host->logText().find(name), std::string::npos) << "the missing name is logged";
+        }
         // Handles found before and after the missing one in the test order still work.
         host->set("sim/flightmodel/position/local_x", 42.0);
         EXPECT_DOUBLE_EQ(XPLMGetDatad(gPositionLocalx), 42.0);
